@@ -1,0 +1,16 @@
+// Once per pass of the main loop: what is on now, what the music has said to it, and one frame of
+// it.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+// The scene number that the music set last, 0 to 63: 0-7 a scene, 8 the end, the others no scene.
+// The mixer thread stores, the main thread loads once a frame; only the latest value matters.
+extern std::atomic<std::int32_t> currentScene;
+
+// Set to 1 by runFrame when the music has ended the show; never cleared. Main thread.
+extern std::int32_t quitRequested;
+
+// Delivers the pending sync events to the current scene and has it draw one frame.
+void runFrame();
