@@ -1,0 +1,208 @@
+#include "sound/xm_patterns.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view kMagic = "Extended Module: ";
+constexpr std::size_t kFixedHeaderBytes = 80; // everything in front of the order list
+constexpr std::size_t kHeaderSizeAt = 60;     // header size fields count from where they stand
+
+constexpr unsigned kByteRowsVersion = 0x0102; // pattern headers with a byte for the rows
+constexpr unsigned kPatternsFirstVersion = 0x0104;
+
+constexpr unsigned kDefaultRows = 64;
+constexpr std::uint32_t kFullInstrumentHeaderBytes = 263;
+constexpr std::uint32_t kShortInstrumentHeaderBytes = 29; // up to the number of samples
+constexpr std::uint32_t kSampleHeaderBytes = 40;
+
+constexpr std::uint8_t kZxxEffect = 0x23;
+
+// A cell whose first byte has the top bit set stores only the fields whose bits are set too;
+// any other cell is five bytes: note, instrument, volume, effect, parameter.
+constexpr unsigned kPackedCell = 0x80;
+constexpr unsigned kFieldsBeforeEffect = 0x07;
+constexpr unsigned kEffectField = 0x08;
+constexpr unsigned kParameterField = 0x10;
+constexpr unsigned kAllFields = 0x1F;
+
+constexpr std::uint8_t kAdpcmSample = 0xAD;
+constexpr unsigned kWideSample = 0x10 | 0x20; // 16 bit, stereo: never packed as ADPCM
+
+// A place in the file. It may lie past the end, behind a sample that was cut short: then nothing
+// is left to be read.
+class Place {
+public:
+    explicit Place(std::span<std::uint8_t> file) : file_(file) {}
+
+    [[nodiscard]] bool holds(std::uint64_t bytes) const
+    {
+        return at_ <= file_.size() && bytes <= file_.size() - at_;
+    }
+    void skip(std::uint64_t bytes) { at_ += bytes; }
+
+    // The next bytes; holds() has to cover them.
+    [[nodiscard]] std::span<std::uint8_t> bytes(std::size_t count) const
+    {
+        return file_.subspan(static_cast<std::size_t>(at_), count);
+    }
+    [[nodiscard]] unsigned u8(std::size_t offset) const { return bytes(offset + 1)[offset]; }
+    [[nodiscard]] unsigned u16(std::size_t offset) const
+    {
+        return u8(offset) | (u8(offset + 1) << 8U);
+    }
+    [[nodiscard]] std::uint32_t u32(std::size_t offset) const
+    {
+        return u16(offset) | (std::uint32_t{u16(offset + 2)} << 16U);
+    }
+
+private:
+    std::span<std::uint8_t> file_;
+    std::uint64_t at_ = 0;
+};
+
+// Takes the Zxx cells out of one pattern's data. Data that ends early leaves the rest empty.
+void takeFromPattern(std::span<std::uint8_t> data, unsigned pattern, unsigned rows,
+                     unsigned channels, std::vector<ZxxCell>& cells)
+{
+    std::size_t at = 0;
+    for (unsigned row = 0; row < rows; ++row) {
+        for (unsigned channel = 0; channel < channels && at < data.size(); ++channel) {
+            unsigned fields = kAllFields;
+            if ((data[at] & kPackedCell) != 0) {
+                fields = data[at] & kAllFields;
+                ++at;
+            }
+            at += static_cast<std::size_t>(std::popcount(fields & kFieldsBeforeEffect));
+
+            const std::size_t effectAt = at;
+            const bool hasEffect = (fields & kEffectField) != 0 && effectAt < data.size();
+            at += (fields & kEffectField) != 0 ? 1 : 0;
+            const std::size_t parameterAt = at;
+            const bool hasParameter = (fields & kParameterField) != 0 && parameterAt < data.size();
+            at += (fields & kParameterField) != 0 ? 1 : 0;
+
+            if (hasEffect && data[effectAt] == kZxxEffect) {
+                cells.push_back({.pattern = static_cast<std::uint16_t>(pattern),
+                                 .row = static_cast<std::uint16_t>(row),
+                                 .parameter = hasParameter ? data[parameterAt] : std::uint8_t{0}});
+                data[effectAt] = 0;
+                if (hasParameter) {
+                    data[parameterAt] = 0;
+                }
+            }
+        }
+    }
+}
+
+bool walkPatterns(Place& place, unsigned version, unsigned patterns, unsigned channels,
+                  std::vector<ZxxCell>& cells)
+{
+    const bool byteRows = version == kByteRowsVersion;
+    const std::uint32_t fixedBytes = byteRows ? 8 : 9;
+    for (unsigned pattern = 0; pattern < patterns; ++pattern) {
+        if (!place.holds(fixedBytes)) {
+            return false;
+        }
+        const std::uint32_t headerBytes = place.u32(0);
+        const unsigned rows = byteRows ? place.u8(5) + 1 : place.u16(5);
+        const unsigned dataBytes = place.u16(fixedBytes - 2);
+        if (headerBytes < fixedBytes || !place.holds(std::uint64_t{headerBytes} + dataBytes)) {
+            return false;
+        }
+        place.skip(headerBytes);
+        takeFromPattern(place.bytes(dataBytes), pattern, rows == 0 ? kDefaultRows : rows, channels,
+                        cells);
+        place.skip(dataBytes);
+    }
+    return true;
+}
+
+// Walks over one instrument's header and its samples' headers and appends the samples' lengths in
+// the file to `sampleBytes`. Some trackers write short instrument headers, so their own sizes
+// count; sample headers have one size, whatever the instrument says about it.
+bool walkInstrument(Place& place, std::vector<std::uint64_t>& sampleBytes)
+{
+    if (!place.holds(4)) {
+        return false;
+    }
+    const std::uint32_t stated = place.u32(0);
+    const std::uint32_t headerBytes = stated == 0 ? kFullInstrumentHeaderBytes : stated;
+    if (!place.holds(headerBytes)) {
+        return false;
+    }
+    const unsigned samples = headerBytes < kShortInstrumentHeaderBytes ? 0 : place.u16(27);
+    place.skip(headerBytes);
+
+    for (unsigned i = 0; i < samples; ++i) {
+        if (!place.holds(kSampleHeaderBytes)) {
+            return false;
+        }
+        const std::uint64_t length = place.u32(0);
+        const bool adpcm = place.u8(17) == kAdpcmSample && (place.u8(14) & kWideSample) == 0;
+        sampleBytes.push_back(adpcm && length > 0 ? 16 + (length + 1) / 2 : length);
+        place.skip(kSampleHeaderBytes);
+    }
+    return true;
+}
+
+// Something of each sample has to be there; the last one of the file may be cut short.
+bool walkSamples(Place& place, std::vector<std::uint64_t>& sampleBytes)
+{
+    for (const std::uint64_t bytes : sampleBytes) {
+        if (bytes > 0 && !place.holds(1)) {
+            return false;
+        }
+        place.skip(bytes);
+    }
+    sampleBytes.clear();
+    return true;
+}
+
+} // namespace
+
+SoundError takeZxxCells(std::span<std::uint8_t> file, std::vector<ZxxCell>& cells)
+{
+    cells.clear();
+    if (file.size() < kMagic.size() ||
+        !std::equal(kMagic.begin(), kMagic.end(), file.begin(),
+                    [](char expected, std::uint8_t byte) {
+                        return static_cast<unsigned char>(expected) == byte;
+                    })) {
+        return SoundError::unknownFormat;
+    }
+    Place place(file);
+    if (!place.holds(kFixedHeaderBytes)) {
+        return SoundError::unreadableFile;
+    }
+    const unsigned version = place.u16(58);
+    const std::uint32_t headerBytes = place.u32(kHeaderSizeAt);
+    const unsigned channels = place.u16(68);
+    const unsigned patterns = place.u16(70);
+    const unsigned instruments = place.u16(72);
+    if (version < kByteRowsVersion || version > kPatternsFirstVersion) {
+        return SoundError::unknownVersion;
+    }
+    if (kHeaderSizeAt + std::uint64_t{headerBytes} < kFixedHeaderBytes) {
+        return SoundError::unreadableFile;
+    }
+    place.skip(kHeaderSizeAt + std::uint64_t{headerBytes});
+
+    // Old files have all headers first, then the patterns, then all samples; newer ones have the
+    // patterns first and each instrument's samples right behind its headers.
+    std::vector<std::uint64_t> sampleBytes;
+    const bool patternsFirst = version >= kPatternsFirstVersion;
+    bool whole = !patternsFirst || walkPatterns(place, version, patterns, channels, cells);
+    for (unsigned i = 0; i < instruments && whole; ++i) {
+        whole = walkInstrument(place, sampleBytes) &&
+                (!patternsFirst || walkSamples(place, sampleBytes));
+    }
+    if (!patternsFirst) {
+        whole = whole && walkPatterns(place, version, patterns, channels, cells) &&
+                walkSamples(place, sampleBytes);
+    }
+    return whole ? SoundError::none : SoundError::unreadableFile;
+}
