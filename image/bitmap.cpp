@@ -1,0 +1,157 @@
+#include "image/bitmap.h"
+
+#include "runtime/fatal.h"
+
+#include <GL/gl.h>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr std::uint32_t kEmpty = 0;
+constexpr std::uint32_t kHoldsPixels = 5;
+
+// A 32-bit pixel as one word, whatever the machine's byte order.
+constexpr std::uint32_t pixelWord(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a)
+{
+    return std::bit_cast<std::uint32_t>(std::array<std::uint8_t, 4>{r, g, b, a});
+}
+
+constexpr std::uint32_t kColourMask = pixelWord(255, 255, 255, 0);
+
+// Replaces every 32-bit pixel by what `change` makes of its word.
+template <class Change>
+void changePixels(std::uint8_t* pixels, std::size_t count, Change change)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint32_t word = 0;
+        std::memcpy(&word, pixels + i * 4, 4);
+        word = change(word);
+        std::memcpy(pixels + i * 4, &word, 4);
+    }
+}
+
+// 255 * alpha, truncated; numbers too large for 64 bits, and what is no number, count as 0.
+std::uint8_t alphaByte(float alpha)
+{
+    constexpr double kTooLarge = 0x1p63;
+    const double value = 255.0 * alpha;
+    if (!(std::fabs(value) < kTooLarge)) {
+        return 0;
+    }
+    return static_cast<std::uint8_t>(static_cast<std::int64_t>(value));
+}
+
+GLenum uploadFormat(std::uint32_t bpp)
+{
+    return bpp == 24 ? GL_RGB : GL_RGBA;
+}
+
+[[noreturn]] void refuse16BitTexture()
+{
+    fatal(stderr, 0, "\nError! 16bpp textures not yet supported!!\n\n");
+}
+
+} // namespace
+
+void Bitmap::create(unsigned width, unsigned height, unsigned bpp)
+{
+    if (bpp != 8 && bpp != 16 && bpp != 24 && bpp != 32) {
+        fatal(stderr, 0, "\n\nError! Wrong bpp for the picture!!\n\n");
+    }
+
+    pixels_.reset();
+    pixels_ = allocatePixels(width, height, bpp / 8);
+    if (pixels_ == nullptr) {
+        fatal(stderr, 0, "\nError allocating memory for Bitmap!!\n");
+    }
+
+    width_ = width;
+    height_ = height;
+    bpp_ = bpp;
+    state_ = kHoldsPixels;
+}
+
+void Bitmap::release()
+{
+    if (state_ == kEmpty) {
+        return;
+    }
+    pixels_.reset();
+    state_ = kEmpty;
+    width_ = 0;
+    height_ = 0;
+    bpp_ = 0;
+    textureName_ = 0;
+}
+
+void Bitmap::setAlpha(float alpha)
+{
+    const std::uint32_t alphaWord = pixelWord(0, 0, 0, alphaByte(alpha));
+    changePixels(pixels_.get(), std::size_t{width_} * height_,
+                 [=](std::uint32_t pixel) { return (pixel & kColourMask) | alphaWord; });
+}
+
+void Bitmap::setColourKeyAlpha(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a)
+{
+    // A pixel of the key colour is wholly known, so it is replaced as a whole.
+    const std::uint32_t key = pixelWord(r, g, b, 0);
+    const std::uint32_t replacement = pixelWord(r, g, b, a);
+    changePixels(pixels_.get(), std::size_t{width_} * height_, [=](std::uint32_t pixel) {
+        return (pixel & kColourMask) == key ? replacement : pixel;
+    });
+}
+
+void Bitmap::clear()
+{
+    const bool clearable = bpp_ == 8 || bpp_ == 16 || bpp_ == 24 || bpp_ == 32;
+    if (clearable) {
+        std::memset(pixels_.get(), 0, std::size_t{width_} * height_ * (bpp_ / 8));
+    }
+}
+
+void Bitmap::makeTexture()
+{
+    if ((state_ & kHoldsPixels) != kHoldsPixels) {
+        fatal(stderr, 0, "\nError! Bitmap not in use yet!! Cannot generate GL-texture!\n");
+    }
+
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+
+    if (bpp_ == 8) {
+        fatal(stderr, 0, "\nError! 8bpp textures NOT supported as a GL-texture!!\n");
+    }
+    if (bpp_ == 16) {
+        refuse16BitTexture();
+    }
+    if (bpp_ == 24 || bpp_ == 32) {
+        const GLenum format = uploadFormat(bpp_);
+        glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(format), static_cast<GLsizei>(width_),
+                     static_cast<GLsizei>(height_), 0, format, GL_UNSIGNED_BYTE, pixels_.get());
+    }
+    textureName_ = name;
+}
+
+void Bitmap::updateTextureAs(unsigned texture) const
+{
+    if (bpp_ == 16) {
+        refuse16BitTexture();
+    }
+    if (bpp_ == 24 || bpp_ == 32) {
+        glBindTexture(GL_TEXTURE_2D, texture);
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, static_cast<GLsizei>(width_),
+                        static_cast<GLsizei>(height_), uploadFormat(bpp_), GL_UNSIGNED_BYTE,
+                        pixels_.get());
+    }
+}

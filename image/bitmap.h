@@ -1,0 +1,73 @@
+// An image in memory, and the OpenGL texture made from it.
+//
+// Rows lie back to back, the top one first. One pixel, by bits per pixel:
+//
+//      8   an index into the palette
+//     15   a little-endian word: red in bits 10-14, green in 5-9, blue in 0-4; bit 15 carries
+//     nothing 16   a little-endian word: red in bits 11-15, green in 5-10, blue in 0-4 24   three
+//     bytes: red, green, blue 32   four bytes: red, green, blue, alpha (255 is opaque)
+//
+// Whatever fails here writes a message to standard error and ends the process with status 0.
+#pragma once
+
+#include "image/pixel_buffer.h"
+
+#include <array>
+#include <cstdint>
+
+using PaletteEntry = std::array<std::uint8_t, 3>; // red, green, blue
+
+class Bitmap {
+public:
+    Bitmap() = default;
+    Bitmap(const Bitmap&) = delete;
+    Bitmap& operator=(const Bitmap&) = delete;
+    ~Bitmap() { release(); }
+
+    // Allocates an image of 8, 16, 24 or 32 bits per pixel. Its contents are whatever the memory
+    // held; the texture name stays. Pixels that the bitmap already holds are freed first.
+    void create(unsigned width, unsigned height, unsigned bpp);
+
+    // Frees the pixels and empties the bitmap. The texture itself lives on.
+    void release();
+
+    // Writes the alpha of every pixel: the low 8 bits of 255 * alpha, truncated; nothing is
+    // clamped. For 32 bits per pixel only.
+    void setAlpha(float alpha);
+
+    // Gives the alpha `a` to every pixel whose colour is exactly (r, g, b). For 32 bits per pixel
+    // only.
+    void setColourKeyAlpha(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a);
+
+    // Sets every byte of the pixels to 0; leaves an image of 15 bits per pixel as it is.
+    void clear();
+
+    // Makes a repeating, linearly filtered texture and uploads the image of 24 or 32 bits per pixel
+    // into it. Expects a current context; leaves the texture bound. At 15 bits per pixel the
+    // texture has a name but no image.
+    void makeTexture();
+
+    // Uploads the whole image again, into its own texture or into `texture`, which has its size and
+    // stays bound. Does nothing at depths other than 24 and 32, but dies at 16.
+    void updateTexture() const { updateTextureAs(textureName_); }
+    void updateTextureAs(unsigned texture) const;
+
+    [[nodiscard]] unsigned getWidth() const { return width_; }
+    [[nodiscard]] unsigned getHeight() const { return height_; }
+    [[nodiscard]] unsigned getBpp() const { return bpp_; }
+    [[nodiscard]] unsigned getTextureName() const { return textureName_; }
+    [[nodiscard]] std::uint8_t* getPixels() { return pixels_.get(); }
+    [[nodiscard]] const std::uint8_t* getPixels() const { return pixels_.get(); }
+    [[nodiscard]] PaletteEntry* getPalette() { return palette_.data(); }
+    [[nodiscard]] const PaletteEntry* getPalette() const { return palette_.data(); }
+    void setTextureName(unsigned name) { textureName_ = name; }
+
+private:
+    std::array<PaletteEntry, 256> palette_{}; // of an image of 8 bits per pixel
+    PixelBuffer pixels_;
+    std::uint32_t width_ = 0;
+    std::uint32_t height_ = 0;
+    std::uint32_t bpp_ = 0;
+    std::uint32_t state_ = 0; // 0 empty, 5 holds pixels
+    std::uint32_t textureName_ = 0;
+};
