@@ -1,0 +1,373 @@
+// The figure is a closed tangle of segments between two ends that swing on curves of their own.
+// A thick line is a walk along its longer axis with a short bar of pixels across it at every step;
+// the bars only add, and add each pixel once, so a flat line may fill the same pixels row by row.
+#include "render/line_set.h"
+
+#include "render/add_colour.h"
+#include "runtime/fatal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr LineVertex kFirstVertex = {
+    0.0F, 0.0F, 0.0F, {32.0F, 16.0F, 24.0F}
+};
+constexpr double kParameterStep = 0.2;
+
+using ColourTable = std::array<std::array<float, 3>, 4>;
+
+constexpr ColourTable kWarmColours = {
+    {
+     {7.0F, 32.0F, 63.0F},
+     {1.0F, 10.0F, 63.0F},
+     {7.0F, 42.0F, 63.0F},
+     {2.0F, 63.0F, 63.0F},
+     }
+};
+
+constexpr ColourTable kCoolColours = {
+    {
+     {63.0F, 32.0F, 7.0F},
+     {63.0F, 10.0F, 1.0F},
+     {63.0F, 42.0F, 7.0F},
+     {63.0F, 63.0F, 2.0F},
+     }
+};
+
+// Positions along a walk are 16.16 fixed point, held in 64 bits: where a segment comes from far
+// outside, its part inside is still drawn right.
+constexpr int kFractionBits = 16;
+constexpr float kOnePixel = 65536.0F;
+
+// A segment longer than this many pixels along an axis is not drawn. It crosses the depth of the
+// eye, and everything below fits into 64 bits without it.
+constexpr float kLongest = 0x1p40F;
+
+struct Canvas {
+    Canvas(std::uint8_t* targetPixels, std::int64_t targetWidth, std::int64_t targetHeight)
+        : pixels{targetPixels}, width{targetWidth}, height{targetHeight}
+    {
+    }
+
+    std::uint8_t* pixels;
+    std::int64_t width;
+    std::int64_t height;
+
+    [[nodiscard]] std::uint8_t* at(std::int64_t x, std::int64_t y) const
+    {
+        return pixels + 4 * (y * width + x);
+    }
+};
+
+// A is the end with the larger y, B the other.
+struct Segment {
+    float xa, ya;
+    float xb, yb;
+    float dx, dy; // from B to A
+};
+
+// Truncates toward zero; the value is known to fit.
+std::int64_t truncate(float value)
+{
+    return static_cast<std::int64_t>(value);
+}
+
+// A colour as drawLine takes it: truncated, far more than a byte as such, no number as 0.
+int truncateColour(float colour)
+{
+    constexpr float kFar = 0x1p20F;
+    return std::isnan(colour) ? 0 : static_cast<int>(std::clamp(colour, -kFar, kFar));
+}
+
+// Walks along y; every row gets `thickness` pixels to the right.
+void drawSteep(const Canvas& canvas, const Segment& s, std::int64_t thickness,
+               const AddedColour& colour)
+{
+    const std::int64_t rows = truncate(s.dy);
+    if (rows < 1) {
+        return;
+    }
+    const float k = s.dx / s.dy;
+    float startX = s.xb - (s.dy - static_cast<float>(rows)) * k;
+    std::int64_t first = truncate(s.yb);
+    if (first < 0) {
+        startX = startX + static_cast<float>(-first) * k;
+        first = 0;
+    }
+    std::int64_t end = truncate(s.ya);
+    if (end + thickness >= canvas.height) {
+        end = canvas.height - thickness - 1;
+    }
+
+    std::int64_t fx = truncate(startX * kOnePixel);
+    const std::int64_t step = truncate(k * kOnePixel);
+    for (std::int64_t y = first; y < end; ++y) {
+        const std::int64_t x = fx >> kFractionBits;
+        fx += step;
+        if (x >= 0 && x + thickness < canvas.width) {
+            addRun(canvas.at(x, y), thickness, colour);
+        }
+    }
+}
+
+// Where a walk of `step` >= 1 per column from `start` reaches one row after the other: column() is
+// the first column at or below the row. One division at the start, then additions.
+class RowCrossings {
+public:
+    RowCrossings(std::int64_t start, std::int64_t step, std::int64_t row)
+        : step_{step}, columnsPerRow_{(std::int64_t{1} << kFractionBits) / step},
+          restPerRow_{(std::int64_t{1} << kFractionBits) % step}
+    {
+        // The distance is never negative here: rows are asked for from the first one on.
+        const std::int64_t distance = (row << kFractionBits) - start + step - 1;
+        column_ = distance / step;
+        rest_ = distance % step;
+    }
+
+    [[nodiscard]] std::int64_t column() const { return column_; }
+
+    void nextRow()
+    {
+        column_ += columnsPerRow_;
+        rest_ += restPerRow_;
+        if (rest_ >= step_) {
+            rest_ -= step_;
+            ++column_;
+        }
+    }
+
+private:
+    std::int64_t step_;
+    std::int64_t columnsPerRow_;
+    std::int64_t restPerRow_;
+    std::int64_t column_;
+    std::int64_t rest_;
+};
+
+// Walks along x; every column gets `thickness` pixels downward.
+void drawShallow(const Canvas& canvas, const Segment& s, std::int64_t thickness,
+                 const AddedColour& colour)
+{
+    const std::int64_t columns = truncate(s.dx);
+    if (columns == 0) {
+        return;
+    }
+    const float m = s.dy / s.dx;
+    const float fraction = s.dx - static_cast<float>(columns);
+    std::int64_t first = truncate(s.xb);
+    std::int64_t end = truncate(s.xa);
+    float startY = s.yb - fraction * m;
+    if (first > end) {
+        std::swap(first, end);
+        startY = s.ya - fraction * m;
+    }
+    if (first < 0) {
+        startY = startY + static_cast<float>(-first) * m;
+        first = 0;
+    }
+    if (end + thickness >= canvas.width) {
+        end = canvas.width - 1;
+    }
+
+    std::int64_t fy = truncate(startY * kOnePixel);
+    const std::int64_t step = truncate(m * kOnePixel);
+    for (std::int64_t x = first; x < end; ++x) {
+        const std::int64_t y = fy >> kFractionBits;
+        fy += step;
+        if (y >= 0 && y + thickness < canvas.height) {
+            for (std::int64_t row = y; row < y + thickness; ++row) {
+                addRun(canvas.at(x, row), 1, colour);
+            }
+        }
+    }
+}
+
+} // namespace
+
+LineSet::VertexArray LineSet::allocate(std::size_t size)
+{
+    VertexArray array{new (std::nothrow) LineVertex[size]};
+    if (array == nullptr) {
+        fatal(stderr, 0, "\nError allocating memory for the vertices!!\n");
+    }
+    std::fill_n(array.get(), size, kFirstVertex);
+    return array;
+}
+
+std::size_t LineSet::size() const
+{
+    return static_cast<std::size_t>(std::max(vertexCount_, 0));
+}
+
+void LineSet::create(int vertexCount)
+{
+    vertexCount_ = vertexCount;
+    if (vertexCount % 2 != 0) {
+        fatal(stderr, 0, "\nError! You must create even number of vertices!\n");
+    }
+    vertices_ = allocate(size());
+    transformed_ = allocate(size());
+    angles_ = {0.0F, 0.0F, 0.0F};
+    scale_ = {1.0F, 1.0F, 1.0F};
+}
+
+void LineSet::generate(int style)
+{
+    // Nothing here draws a random number; who does afterwards gets a new show every time.
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+
+    float t = 0.0F;
+    for (std::size_t i = 0; i < segments(); ++i) {
+        LineVertex& from = vertices_[2 * i];
+        LineVertex& to = vertices_[2 * i + 1];
+        const double swing = std::sin(42.69 * t);
+        from.x = static_cast<float>(1.2 * std::cos(double{14.0F * t}));
+        from.y = static_cast<float>(1.6 * std::sin(1.28927348934 * t));
+        from.z = static_cast<float>(1.4 * swing);
+        to.x = static_cast<float>(-1.2 * std::cos(0.333 * t));
+        to.y = static_cast<float>(-1.6 * std::sin(double{8.0F * t}));
+        to.z = static_cast<float>(-1.4 * swing);
+
+        t = static_cast<float>(t + kParameterStep);
+
+        const auto k = static_cast<std::size_t>((std::sin(42.69 * t) * 0.5 + 0.5) * 3.0);
+        if (style == 1) {
+            from.colour = kWarmColours[k];
+        } else if (style == 2) {
+            from.colour = kCoolColours[k];
+        }
+    }
+}
+
+void LineSet::setTarget(std::uint8_t* pixels, int width, int height)
+{
+    targetPixels_ = pixels;
+    targetWidth_ = width;
+    targetHeight_ = height;
+}
+
+void LineSet::buildMatrix()
+{
+    const double sa = std::sin(double{angles_[0]});
+    const double ca = std::cos(double{angles_[0]});
+    const double sb = std::sin(double{angles_[1]});
+    const double cb = std::cos(double{angles_[1]});
+    const double sc = std::sin(double{angles_[2]});
+    const double cc = std::cos(double{angles_[2]});
+    const auto [sx, sy, sz] = scale_;
+
+    // The transpose of Rx(a) Ry(b) Rz(c), each row scaled by its axis.
+    matrix_[0] = static_cast<float>(sx * cb * cc);
+    matrix_[4] = static_cast<float>(sx * (sa * sb * cc + ca * sc));
+    matrix_[8] = static_cast<float>(sx * (sa * sc - ca * sb * cc));
+    matrix_[12] = position_[0];
+
+    matrix_[1] = static_cast<float>(-sy * cb * sc);
+    matrix_[5] = static_cast<float>(sy * (ca * cc - sa * sb * sc));
+    matrix_[9] = static_cast<float>(sy * (ca * sb * sc + sa * cc));
+    matrix_[13] = position_[1];
+
+    matrix_[2] = static_cast<float>(sz * sb);
+    matrix_[6] = static_cast<float>(-sz * sa * cb);
+    matrix_[10] = static_cast<float>(sz * ca * cb);
+    matrix_[14] = position_[2];
+
+    matrix_[3] = 0.0F;
+    matrix_[7] = 0.0F;
+    matrix_[11] = 0.0F;
+    matrix_[15] = 1.0F;
+}
+
+void LineSet::transform()
+{
+    buildMatrix();
+    const std::array<float, 16> m = matrix_;
+    for (std::size_t i = 0; i < size(); ++i) {
+        const LineVertex& v = vertices_[i];
+        transformed_[i] = {m[0] * v.x + m[4] * v.y + m[8] * v.z + m[12],
+                           m[1] * v.x + m[5] * v.y + m[9] * v.z + m[13],
+                           m[2] * v.x + m[6] * v.y + m[10] * v.z + m[14], v.colour};
+    }
+}
+
+void LineSet::scaleColours(float factor)
+{
+    for (std::size_t i = 0; i < segments(); ++i) {
+        const std::array<float, 3>& source = vertices_[i].colour;
+        transformed_[i].colour = {source[0] * factor, source[1] * factor, source[2] * factor};
+    }
+}
+
+void LineSet::perspectiveDivide()
+{
+    for (std::size_t i = 0; i < size(); ++i) {
+        LineVertex& v = transformed_[i];
+        v.x = v.x / v.z;
+        v.y = v.y / v.z;
+    }
+}
+
+void LineSet::draw()
+{
+    perspectiveDivide();
+    const int middleX = targetWidth_ / 2;
+    const int middleY = targetHeight_ / 2;
+    const auto halfWidth = static_cast<float>(middleX);
+    const auto halfHeight = static_cast<float>(middleY);
+    for (std::size_t i = 0; i < segments(); ++i) {
+        const LineVertex& from = transformed_[2 * i];
+        const LineVertex& to = transformed_[2 * i + 1];
+        drawLine(from.x * halfWidth + halfWidth, from.y * halfHeight + halfHeight,
+                 to.x * halfWidth + halfWidth, to.y * halfHeight + halfHeight,
+                 truncateColour(from.colour[0]), truncateColour(from.colour[1]),
+                 truncateColour(from.colour[2]), targetPixels_, thickness_);
+    }
+}
+
+void LineSet::drawLine(float x0, float y0, float x1, float y1, int c0, int c1, int c2,
+                       std::uint8_t* pixels, int thickness) const
+{
+    const bool firstIsA = y1 < y0;
+    Segment s =
+        firstIsA ? Segment{x0, y0, x1, y1, 0.0F, 0.0F} : Segment{x1, y1, x0, y0, 0.0F, 0.0F};
+
+    const auto width = static_cast<float>(targetWidth_);
+    const auto height = static_cast<float>(targetHeight_);
+    if (s.ya < 0.0F || s.yb > height || (s.xa < 0.0F && s.xb < 0.0F) ||
+        (s.xa > width && s.xb > width)) {
+        return;
+    }
+
+    // What is left has an end on or across each border, so a bound on its length bounds its ends.
+    s.dx = s.xa - s.xb;
+    s.dy = s.ya - s.yb;
+    const bool drawable = std::fabs(s.dx) < kLongest && std::fabs(s.dy) < kLongest; // no if NaN
+    if (!drawable || thickness < 1) {
+        return;
+    }
+
+    const Canvas canvas{pixels, targetWidth_, targetHeight_};
+    const AddedColour colour{c2, c1, c0};
+    if (std::fabs(s.dy) < std::fabs(s.dx)) {
+        drawShallow(canvas, s, thickness, colour);
+    } else {
+        drawSteep(canvas, s, thickness, colour);
+    }
+}
+
+void LineSet::print() const
+{
+    for (const LineVertex& v : transformed()) {
+        std::printf("\nx: %g\ny: %g\nz: %g\n", double{v.x}, double{v.y}, double{v.z});
+    }
+}
