@@ -24,7 +24,6 @@ bool seek(FMUSIC_MODULE& module, int order)
     }
     module.player.set_position_order_row(order, 0);
     module.order = -1;
-    module.row = -1;
     return true;
 }
 

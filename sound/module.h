@@ -23,9 +23,10 @@ struct FMUSIC_MODULE {
     FMUSIC_CALLBACK callback = nullptr;
     float gain = 1.0F;
 
-    // The row whose effects were performed last; -1 after a start or a jump, when none was yet.
+    // The row whose effects were performed last; order -1 when there was none since the start or
+    // the latest jump.
     int order = -1;
-    int row = -1;
+    int row = 0;
 };
 
 // Reads the XM file at `path`. Without an error, `module` holds it afterwards.
