@@ -77,32 +77,23 @@ inline void addRunSse2(std::uint8_t* pixels, std::ptrdiff_t count, const AddedCo
     const auto add = [=](__m128i four) {
         return _mm_and_si128(_mm_add_epi8(_mm_adds_epu8(four, saturating), wrapping), kept);
     };
-    const auto loadFour = [](const std::uint8_t* from) {
-        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    const auto load = [](const void* from) {
+        return _mm_loadu_si128(static_cast<const __m128i*>(from));
     };
-    const auto storeFour = [](std::uint8_t* to, __m128i four) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), four);
+    const auto store = [](void* to, __m128i four) {
+        _mm_storeu_si128(static_cast<__m128i*>(to), four);
     };
-    const auto loadTwo = [](const std::uint8_t* from) { return _mm_loadu_si64(from); };
-    const auto storeTwo = [](std::uint8_t* to, __m128i two) { _mm_storeu_si64(to, two); };
 
-    // A run that is no multiple of the register ends in one that overlaps the one before. Both are
-    // made from the pixels as they were, so what they share comes out the same.
-    if (count >= 4) {
-        std::uint8_t* const tail = pixels + 4 * (count - 4);
-        const __m128i last = add(loadFour(tail));
-        for (; pixels < tail; pixels += 16) {
-            storeFour(pixels, add(loadFour(pixels)));
-        }
-        storeFour(tail, last);
-    } else if (count >= 2) {
-        std::uint8_t* const tail = pixels + 4 * (count - 2);
-        const __m128i last = add(loadTwo(tail));
-        storeTwo(pixels, add(loadTwo(pixels)));
-        storeTwo(tail, last);
-    } else {
-        addRunPortable(pixels, count, colour);
+    for (; count > 4; count -= 4, pixels += 16) {
+        store(pixels, add(load(pixels)));
     }
+
+    // The last one to four; what lies behind them is written back as it was.
+    alignas(16) static constexpr std::array<std::int32_t, 8> kRuns = {-1, -1, -1, -1, 0, 0, 0, 0};
+    const __m128i inside = load(kRuns.data() + (4 - count));
+    const __m128i before = load(pixels);
+    store(pixels,
+          _mm_or_si128(_mm_and_si128(inside, add(before)), _mm_andnot_si128(inside, before)));
 }
 
 inline void addRun(std::uint8_t* pixels, std::ptrdiff_t count, const AddedColour& colour)

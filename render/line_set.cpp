@@ -120,15 +120,14 @@ void drawSteep(const Canvas& canvas, const Segment& s, std::int64_t thickness,
     }
 }
 
-// Where a walk of `step` >= 1 per column from `start` reaches one row after the other: column() is
-// the first column at or below the row. One division at the start, then additions.
+// Where a walk that gains `step` > 0 per column reaches one row after the other. One division at
+// the start, then additions.
 class RowCrossings {
 public:
+    // The first column at or below `row`, which the walk has not reached at its start.
     RowCrossings(std::int64_t start, std::int64_t step, std::int64_t row)
-        : step_{step}, columnsPerRow_{(std::int64_t{1} << kFractionBits) / step},
-          restPerRow_{(std::int64_t{1} << kFractionBits) % step}
+        : step_{step}, columnsPerRow_{kOne / step}, restPerRow_{kOne % step}
     {
-        // The distance is never negative here: rows are asked for from the first one on.
         const std::int64_t distance = (row << kFractionBits) - start + step - 1;
         column_ = distance / step;
         rest_ = distance % step;
@@ -147,12 +146,84 @@ public:
     }
 
 private:
+    static constexpr std::int64_t kOne = std::int64_t{1} << kFractionBits;
+
     std::int64_t step_;
     std::int64_t columnsPerRow_;
     std::int64_t restPerRow_;
     std::int64_t column_;
     std::int64_t rest_;
 };
+
+// A shallow walk over the columns `first` to `end` - 1, at fy in the first one.
+struct ShallowWalk {
+    std::int64_t first;
+    std::int64_t end;
+    std::int64_t fy;
+    std::int64_t step;
+};
+
+// How many columns of a walk that never rises, `count` of them from `start`, are above `row`.
+std::int64_t columnsAbove(std::int64_t row, std::int64_t start, std::int64_t step,
+                          std::int64_t count)
+{
+    const std::int64_t distance = (row << kFractionBits) - start;
+    if (distance <= 0) {
+        return 0;
+    }
+    if (distance > step * (count - 1)) {
+        return count;
+    }
+    return (distance + step - 1) / step;
+}
+
+// Every column x of the walk, at y = fy >> 16, has `thickness` pixels from (x, y) downward unless
+// y < 0 or y + thickness >= height. Together they are filled row by row:
+//
+//      y0    ####
+//            #######            a row reaches from the column in which the walk came within
+//            ###########        `thickness` above it to the one in which the walk passes below
+//                #######
+//      y1           ####        (thickness 3, three and four columns to a row)
+//
+// A walk upward is seen from its other end, column 0 being the last one.
+void fillShallow(const Canvas& canvas, const ShallowWalk& walk, std::int64_t thickness,
+                 const AddedColour& colour)
+{
+    const std::int64_t count = walk.end - walk.first;
+    if (count <= 0) {
+        return;
+    }
+    const bool upward = walk.step < 0;
+    const std::int64_t start = upward ? walk.fy + (count - 1) * walk.step : walk.fy;
+    const std::int64_t step = upward ? -walk.step : walk.step;
+
+    const std::int64_t from = columnsAbove(0, start, step, count);
+    const std::int64_t to = columnsAbove(canvas.height - thickness, start, step, count);
+    if (from >= to) {
+        return;
+    }
+    const std::int64_t firstY = (start + from * step) >> kFractionBits;
+    const std::int64_t lastY = (start + (to - 1) * step) >> kFractionBits;
+
+    // A level walk crosses no row, whatever its step is taken for.
+    RowCrossings below{start, std::max<std::int64_t>(step, 1), firstY + 1};
+    RowCrossings within = below; // the same columns, `thickness` rows later
+    for (std::int64_t row = firstY; row < lastY + thickness; ++row) {
+        std::int64_t runBegin = from;
+        std::int64_t runEnd = to;
+        if (row >= firstY + thickness) {
+            runBegin = within.column();
+            within.nextRow();
+        }
+        if (row < lastY) {
+            runEnd = below.column();
+            below.nextRow();
+        }
+        const std::int64_t x = upward ? walk.end - runEnd : walk.first + runBegin;
+        addRun(canvas.at(x, row), runEnd - runBegin, colour);
+    }
+}
 
 // Walks along x; every column gets `thickness` pixels downward.
 void drawShallow(const Canvas& canvas, const Segment& s, std::int64_t thickness,
@@ -179,17 +250,9 @@ void drawShallow(const Canvas& canvas, const Segment& s, std::int64_t thickness,
         end = canvas.width - 1;
     }
 
-    std::int64_t fy = truncate(startY * kOnePixel);
+    const std::int64_t fy = truncate(startY * kOnePixel);
     const std::int64_t step = truncate(m * kOnePixel);
-    for (std::int64_t x = first; x < end; ++x) {
-        const std::int64_t y = fy >> kFractionBits;
-        fy += step;
-        if (y >= 0 && y + thickness < canvas.height) {
-            for (std::int64_t row = y; row < y + thickness; ++row) {
-                addRun(canvas.at(x, row), 1, colour);
-            }
-        }
-    }
+    fillShallow(canvas, {first, end, fy, step}, thickness, colour);
 }
 
 } // namespace

@@ -34,10 +34,10 @@ TEST(AddRun, EveryFormAddsEveryByteAndKeepsTheNeighbours)
     constexpr std::array kColours = {INT_MIN, -1000, -256, -255, -3,  -1,  0,    1,
                                      2,       127,   128,  200,  254, 255, 1000, INT_MAX};
     for (const Form& form : kForms) {
-        for (std::size_t count = 0; count <= 13; ++count) {
+        for (std::size_t count = 1; count <= 13; ++count) {
             for (const int colour : kColours) {
                 for (int byte = 0; byte < 256; ++byte) {
-                    std::vector<std::uint8_t> pixels((count + 2) * 4,
+                    std::vector<std::uint8_t> pixels((count + 4) * 4,
                                                      static_cast<std::uint8_t>(byte));
                     std::vector<std::uint8_t> expected = pixels;
                     for (std::size_t i = 4; i < (count + 1) * 4; i += 4) {
