@@ -1,0 +1,57 @@
+// What announces and what follows: noise that climbs, a cymbal backwards, the floor giving way.
+#include "art/music/instruments/instruments.h"
+#include "art/music/synth/signal.h"
+#include "art/music/synth/voice.h"
+
+namespace {
+
+constexpr int kRoot = noteC(4);
+
+} // namespace
+
+// Two bars of wind that closes in.
+XmInstrument makeRiser()
+{
+    constexpr double kSeconds = 3.84;
+    const double hz = kRate16k.hertz();
+    Noise noise(91);
+    Filter wind(hz);
+    Filter whistle(hz);
+    const Signal signal = generate(kSeconds, hz, [&](double t) {
+        const double share = t / kSeconds;
+        const double white = noise.next();
+        const double cutoff = 250.0 * std::exp2(5.0 * share);
+        const double tone = whistle.band(white, 0.5 * cutoff, 9.0);
+        return (wind.band(white, cutoff, 1.2) + (0.7 * tone)) * share * share;
+    });
+    return makeInstrument("riser", {makeZone(kRoot, kRate16k, finished(signal, hz, 0.6, 0.01))});
+}
+
+// Breath drawn in over one bar, bright at the end.
+XmInstrument makeReverse()
+{
+    constexpr double kSeconds = 1.92;
+    const double hz = kRate22k.hertz();
+    Noise noise(93);
+    Filter air(hz);
+    const Signal signal = generate(kSeconds, hz, [&](double t) {
+        return air.high(noise.next(), 2600.0) * decay(kSeconds - t, 0.42);
+    });
+    return makeInstrument("reverse", {makeZone(kRoot, kRate22k, finished(signal, hz, 0.6, 0.01))});
+}
+
+XmInstrument makeBoom()
+{
+    const double hz = kRate16k.hertz();
+    Oscillator floor(hz);
+    Noise noise(92);
+    Filter dust(hz);
+    const Signal dry = generate(2.1, hz, [&](double t) {
+        const double fall = floor.sine(31.0 + (58.0 * decay(t, 0.28))) * decay(t, 0.7);
+        const double burst =
+            dust.low(noise.next(), 200.0 + (2400.0 * decay(t, 0.1))) * decay(t, 0.22);
+        return saturate((1.2 * fall) + (0.7 * burst), 1.5) * attack(t, 0.002);
+    });
+    return makeInstrument(
+        "boom", {makeZone(kRoot, kRate16k, finished(withRoom(dry, hz, 2.0, 0.4), hz, 0.95, 0.8))});
+}

@@ -1,0 +1,56 @@
+#include "art/music/instruments/instruments.h"
+
+#include <array>
+#include <stdexcept>
+#include <string_view>
+
+namespace {
+
+struct Player {
+    std::string_view name;
+    XmInstrument (*make)();
+};
+
+constexpr std::array kPlayers = {
+    Player{"heart",      makeHeart    },
+    Player{"kick",       makeKick     },
+    Player{"hard-kick",  makeHardKick },
+    Player{"snare",      makeSnare    },
+    Player{"hard-snare", makeHardSnare},
+    Player{"clap",       makeClap     },
+    Player{"rim",        makeRim      },
+    Player{"hat",        makeHat      },
+    Player{"open-hat",   makeOpenHat  },
+    Player{"shaker",     makeShaker   },
+    Player{"tick",       makeTick     },
+    Player{"tom",        makeTom      },
+    Player{"sub",        makeSub      },
+    Player{"round-bass", makeRoundBass},
+    Player{"growl",      makeGrowl    },
+    Player{"bell",       makeBell     },
+    Player{"pluck",      makePluck    },
+    Player{"skank",      makeSkank    },
+    Player{"brass",      makeBrass    },
+    Player{"drone",      makeDrone    },
+    Player{"pad",        makePad      },
+    Player{"choir",      makeChoir    },
+    Player{"strings",    makeStrings  },
+    Player{"lead",       makeLead     },
+    Player{"flute",      makeFlute    },
+    Player{"crash",      makeCrash    },
+    Player{"riser",      makeRiser    },
+    Player{"reverse",    makeReverse  },
+    Player{"boom",       makeBoom     },
+};
+
+} // namespace
+
+XmInstrument makeInstrumentByName(const std::string& name)
+{
+    for (const Player& player : kPlayers) {
+        if (player.name == name) {
+            return player.make();
+        }
+    }
+    throw std::invalid_argument("no instrument is called \"" + name + "\"");
+}

@@ -1,0 +1,49 @@
+// The band: one function for each instrument, by families.
+#pragma once
+
+#include "art/music/xm.h"
+
+#include <string>
+
+// Drums, played at C-4.
+XmInstrument makeHeart();
+XmInstrument makeKick();
+XmInstrument makeHardKick();
+XmInstrument makeSnare();
+XmInstrument makeHardSnare();
+XmInstrument makeClap();
+XmInstrument makeRim();
+XmInstrument makeHat();
+XmInstrument makeOpenHat();
+XmInstrument makeShaker();
+XmInstrument makeTick();
+XmInstrument makeTom();
+
+// Basses.
+XmInstrument makeSub();
+XmInstrument makeRoundBass();
+XmInstrument makeGrowl();
+
+// Struck and plucked.
+XmInstrument makeBell();
+XmInstrument makePluck();
+XmInstrument makeSkank();
+XmInstrument makeBrass();
+
+// Sustained.
+XmInstrument makeDrone();
+XmInstrument makePad();
+XmInstrument makeChoir();
+XmInstrument makeStrings();
+XmInstrument makeLead();
+XmInstrument makeFlute();
+
+// Events, played at C-4.
+XmInstrument makeCrash();
+XmInstrument makeRiser();
+XmInstrument makeReverse();
+XmInstrument makeBoom();
+
+// The instrument of that name, as scores write it ("open-hat"). Throws std::invalid_argument for
+// a name that nothing answers to.
+XmInstrument makeInstrumentByName(const std::string& name);

@@ -1,0 +1,131 @@
+#include "art/music/score/arrange.h"
+
+#include <algorithm>
+
+namespace {
+
+using Grid = std::vector<XmCell>; // one cell for each channel
+
+bool isNote(const XmCell& cell)
+{
+    return cell.note >= 1 && cell.note <= kXmLastNote;
+}
+
+bool setsVolume(const XmCell& cell)
+{
+    return cell.volume >= kXmSetVolume && cell.volume <= kXmSetVolume + 64;
+}
+
+XmCell fillIn(const ScoreCell& cell, const ScoreChannel& channel)
+{
+    XmCell filled;
+    filled.note = cell.note.value_or(0);
+    const int ownInstrument = isNote(filled) ? channel.instrument : 0;
+    filled.instrument = cell.instrument.value_or(static_cast<std::uint8_t>(ownInstrument));
+    filled.volume = cell.volume.value_or(0);
+    filled.effect = cell.effect ? cell.effect->number : std::uint8_t(0);
+    filled.parameter = cell.effect ? cell.effect->parameter : std::uint8_t(0);
+    return filled;
+}
+
+// Notes, releases and volumes are repeated; slides and other effects are not.
+XmCell echoOf(const XmCell& source, int percent)
+{
+    XmCell echo;
+    echo.note = source.note;
+    echo.instrument = source.instrument;
+    if (isNote(source) || setsVolume(source)) {
+        const int volume = setsVolume(source) ? source.volume - kXmSetVolume : 64;
+        echo.volume = static_cast<std::uint8_t>(kXmSetVolume + ((volume * percent + 50) / 100));
+    }
+    return echo;
+}
+
+void overlay(XmCell& below, const XmCell& above)
+{
+    below.note = above.note != 0 ? above.note : below.note;
+    below.instrument = above.instrument != 0 ? above.instrument : below.instrument;
+    below.volume = above.volume != 0 ? above.volume : below.volume;
+    if (above.effect != 0 || above.parameter != 0) {
+        below.effect = above.effect;
+        below.parameter = above.parameter;
+    }
+}
+
+// Panning belongs to notes that start their sample afresh: an instrument number resets it.
+void pan(XmCell& cell, int panning)
+{
+    if (!isNote(cell) || cell.instrument == 0) {
+        return;
+    }
+    if (cell.effect == 0 && cell.parameter == 0) {
+        cell.effect = kXmEffectPanning;
+        cell.parameter = static_cast<std::uint8_t>(panning);
+    } else if (cell.volume == 0) {
+        cell.volume = static_cast<std::uint8_t>(kXmSetPanning + (panning >> 4));
+    }
+}
+
+// All rows of the piece in the order of playing, with the echoes written out.
+std::vector<Grid> unroll(const Score& score)
+{
+    std::vector<Grid> rows;
+    for (const int order : score.orders) {
+        const ScorePattern& pattern = score.patterns[std::size_t(order)];
+        for (int row = 0; row < pattern.rows; ++row) {
+            Grid grid;
+            for (int c = 0; c < pattern.channels; ++c) {
+                const ScoreChannel& channel = score.channels[std::size_t(c)];
+                XmCell cell;
+                if (channel.echo && std::size_t(channel.echo->rows) <= rows.size()) {
+                    const Grid& earlier = rows[rows.size() - std::size_t(channel.echo->rows)];
+                    cell =
+                        echoOf(earlier[std::size_t(channel.echo->source)], channel.echo->percent);
+                }
+                overlay(cell, fillIn(pattern.at(row, c), channel));
+                grid.push_back(cell);
+            }
+            rows.push_back(grid);
+        }
+    }
+    return rows;
+}
+
+std::uint8_t findOrAdd(std::vector<XmPattern>& patterns, const XmPattern& pattern)
+{
+    const auto found = std::find(patterns.begin(), patterns.end(), pattern);
+    const auto index = static_cast<std::uint8_t>(found - patterns.begin());
+    if (found == patterns.end()) {
+        patterns.push_back(pattern);
+    }
+    return index;
+}
+
+} // namespace
+
+XmModule arrange(const Score& score)
+{
+    XmModule module;
+    module.title = score.title;
+    module.speed = score.speed;
+    module.tempo = score.tempo;
+    module.channels = static_cast<int>(score.channels.size());
+
+    const std::vector<Grid> rows = unroll(score);
+    std::size_t next = 0;
+    for (const int order : score.orders) {
+        XmPattern pattern(score.patterns[std::size_t(order)].rows, module.channels);
+        for (int row = 0; row < pattern.rows(); ++row) {
+            for (int c = 0; c < module.channels; ++c) {
+                XmCell cell = rows[next][std::size_t(c)];
+                if (const auto panning = score.channels[std::size_t(c)].panning) {
+                    pan(cell, *panning);
+                }
+                pattern.at(row, c) = cell;
+            }
+            ++next;
+        }
+        module.orders.push_back(findOrAdd(module.patterns, pattern));
+    }
+    return module;
+}

@@ -1,0 +1,13 @@
+// Turns a score into a module's patterns: fills in what the cells leave to their channels, writes
+// the echoes, and puts every note where its channel sits.
+#pragma once
+
+#include "art/music/score/score.h"
+#include "art/music/xm.h"
+
+// The module without its instruments. The orders are walked in the order of playing, so an echo
+// rings on into the pattern that follows; orders that come out the same share a pattern.
+//
+// A channel's panning goes into the effect column of each note, or where that is taken into its
+// volume column. If both are taken, the note sounds from the middle.
+XmModule arrange(const Score& score);

@@ -1,0 +1,534 @@
+#include "art/music/score/score_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr int kPatternRows = 64;
+constexpr int kMaxRows = 256;
+constexpr int kMaxChannels = 32;
+constexpr int kMaxIncludes = 16; // deep
+constexpr std::uint8_t kHitNote = kXmNoteC4;
+
+using Words = std::vector<std::string>;
+
+// A fault in the line at hand, before the file and the line are known.
+class LineFault : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+[[noreturn]] void complain(const std::string& what)
+{
+    throw LineFault(what);
+}
+
+void require(bool holds, const std::string& complaint)
+{
+    if (!holds) {
+        complain(complaint);
+    }
+}
+
+std::string inQuotes(std::string_view text)
+{
+    std::string result(1, '"');
+    result.append(text).push_back('"');
+    return result;
+}
+
+Words splitWords(const std::string& text)
+{
+    std::istringstream stream(text);
+    Words words;
+    for (std::string word; stream >> word;) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+// What stands between the separators; an empty last piece is not one.
+Words splitAt(const std::string& text, char separator)
+{
+    std::istringstream stream(text);
+    Words pieces;
+    for (std::string piece; std::getline(stream, piece, separator);) {
+        pieces.push_back(piece);
+    }
+    return pieces;
+}
+
+std::optional<int> toNumber(std::string_view text, int base)
+{
+    int value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stopped, fault] = std::from_chars(text.data(), end, value, base);
+    if (text.empty() || fault != std::errc() || stopped != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+int readNumber(std::string_view text, int low, int high, const std::string& what, int base = 10)
+{
+    const std::optional<int> value = toNumber(text, base);
+    require(value.has_value(), what + ": " + inQuotes(text) + " is not a number");
+    require(*value >= low && *value <= high, what + ": " + inQuotes(text) + " is out of range");
+    return *value;
+}
+
+bool isUpperHex(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
+}
+
+// "D-4", "F#3", "Bb2": C-0 is 1. Nothing if the word is not shaped like a note.
+std::optional<int> toNote(std::string_view word)
+{
+    constexpr std::array<int, 7> kSteps = {9, 11, 0, 2, 4, 5, 7}; // A to G, from C
+    if (word.size() != 3 || word[0] < 'A' || word[0] > 'G' || word[2] < '0' || word[2] > '9') {
+        return std::nullopt;
+    }
+    constexpr std::string_view kSigns = "b-#";
+    const std::size_t sign = kSigns.find(word[1]);
+    if (sign == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const int step = kSteps.at(std::size_t(word[0] - 'A'));
+    return (12 * (word[2] - '0')) + step + static_cast<int>(sign);
+}
+
+std::uint8_t readNote(int note, std::string_view word)
+{
+    require(note >= 1 && note <= kXmLastNote, "note " + inQuotes(word) + " is out of range");
+    return static_cast<std::uint8_t>(note);
+}
+
+struct VolumeCommand {
+    char letter;
+    int base;
+    int highest;
+};
+
+constexpr std::array kVolumeCommands = {
+    VolumeCommand{'v', kXmSetVolume,  64}, // set volume
+    VolumeCommand{'d', 0x60,          15}, // slide down
+    VolumeCommand{'c', 0x70,          15}, // slide up
+    VolumeCommand{'b', 0x80,          15}, // fine slide down
+    VolumeCommand{'a', 0x90,          15}, // fine slide up
+    VolumeCommand{'u', 0xA0,          15}, // vibrato speed
+    VolumeCommand{'h', 0xB0,          15}, // vibrato depth
+    VolumeCommand{'p', kXmSetPanning, 15},
+    VolumeCommand{'l', 0xD0,          15}, // pan left
+    VolumeCommand{'r', 0xE0,          15}, // pan right
+    VolumeCommand{'g', 0xF0,          15}, // slide to the note
+};
+
+std::uint8_t readVolume(std::string_view word)
+{
+    for (const VolumeCommand& command : kVolumeCommands) {
+        if (command.letter == word[0]) {
+            const int value = readNumber(word.substr(1), 0, command.highest, "volume column");
+            return static_cast<std::uint8_t>(command.base + value);
+        }
+    }
+    complain("volume column: no command " + inQuotes(word.substr(0, 1)));
+}
+
+ScoreEffect readEffect(std::string_view word)
+{
+    const char number = word[0];
+    const bool known = (number >= '0' && number <= '9') || (number >= 'A' && number <= 'Z');
+    require(word.size() == 3 && known && isUpperHex(word[1]) && isUpperHex(word[2]),
+            inQuotes(word) + " is no note, instrument, volume or effect");
+    ScoreEffect effect;
+    effect.number = static_cast<std::uint8_t>(number <= '9' ? number - '0' : number - 'A' + 10);
+    effect.parameter = static_cast<std::uint8_t>(*toNumber(word.substr(1), 16));
+    return effect;
+}
+
+bool isNothing(std::string_view word)
+{
+    return word == "...";
+}
+
+// Every word has the shape of its column, so columns may be left out.
+void readWord(std::string_view word, ScoreCell& cell)
+{
+    if (word == "x") {
+        cell.note = kHitNote;
+    } else if (word == "===") {
+        cell.note = kXmKeyOff;
+    } else if (word == "..") {
+        cell.instrument = std::uint8_t(0);
+    } else if (const std::optional<int> note = toNote(word)) {
+        cell.note = readNote(*note, word);
+    } else if (word.size() == 2 && isUpperHex(word[0]) && isUpperHex(word[1])) {
+        cell.instrument = static_cast<std::uint8_t>(readNumber(word, 1, 128, "instrument", 16));
+    } else if (std::islower(static_cast<unsigned char>(word[0])) != 0) {
+        cell.volume = readVolume(word);
+    } else if (!isNothing(word)) {
+        cell.effect = readEffect(word);
+    }
+}
+
+template <class Field>
+void overlay(std::optional<Field>& below, const std::optional<Field>& above)
+{
+    if (above) {
+        below = above;
+    }
+}
+
+void overlay(ScoreCell& below, const ScoreCell& above)
+{
+    overlay(below.note, above.note);
+    overlay(below.instrument, above.instrument);
+    overlay(below.volume, above.volume);
+    overlay(below.effect, above.effect);
+}
+
+// Puts a cell's text over what is there; "---" takes away what is there.
+void putCell(const std::string& text, ScoreCell& cell)
+{
+    const Words words = splitWords(text);
+    if (words.size() == 1 && words[0] == "---") {
+        cell = ScoreCell();
+        return;
+    }
+    ScoreCell above;
+    for (const std::string& word : words) {
+        readWord(word, above);
+    }
+    overlay(cell, above);
+}
+
+ScoreCell transposed(ScoreCell cell, int semitones)
+{
+    if (cell.note && *cell.note != kXmKeyOff) {
+        cell.note = readNote(*cell.note + semitones, "after moving it");
+    }
+    return cell;
+}
+
+// A note that sets no volume plays at 64.
+ScoreCell softened(ScoreCell cell, int percent)
+{
+    const bool setsVolume = cell.volume && *cell.volume <= kXmSetVolume + 64;
+    if (percent != 100 && (setsVolume || (cell.note && *cell.note != kXmKeyOff && !cell.volume))) {
+        const int volume = setsVolume ? *cell.volume - kXmSetVolume : 64;
+        cell.volume = static_cast<std::uint8_t>(kXmSetVolume + ((volume * percent + 50) / 100));
+    }
+    return cell;
+}
+
+class ScoreReader {
+public:
+    void readFile(const std::filesystem::path& path)
+    {
+        std::ifstream stream(path);
+        require(stream.good(), "cannot read " + path.string());
+        read(stream, path);
+    }
+
+    void read(std::istream& stream, const std::filesystem::path& path)
+    {
+        require(++depth_ <= kMaxIncludes, "includes go round in a circle");
+        const std::filesystem::path outer = std::exchange(path_, path);
+        int line = 0;
+        for (std::string text; std::getline(stream, text);) {
+            ++line;
+            place_ = path.string() + ":" + std::to_string(line) + ": ";
+            try {
+                readLine(text.substr(0, text.find(';')));
+            } catch (const LineFault& fault) {
+                throw ScoreError(place_ + fault.what());
+            }
+        }
+        path_ = outer;
+        --depth_;
+    }
+
+    // Names in the order list may stand before their patterns, so they are looked up at the end.
+    Score finish()
+    {
+        for (const std::string& name : patternNames_) {
+            score_.patterns.push_back(blocks_.at(name));
+        }
+        for (const OrderName& order : orderNames_) {
+            const auto found = std::find(patternNames_.begin(), patternNames_.end(), order.pattern);
+            if (found == patternNames_.end()) {
+                throw ScoreError(order.place + "no pattern " + inQuotes(order.pattern));
+            }
+            score_.orders.push_back(static_cast<int>(found - patternNames_.begin()));
+        }
+        if (score_.orders.empty()) {
+            throw ScoreError(place_ + "the score has no order list");
+        }
+        return std::move(score_);
+    }
+
+private:
+    struct OrderName {
+        std::string place;
+        std::string pattern;
+    };
+
+    struct Statement {
+        void (ScoreReader::*read)(const Words&);
+        std::size_t arguments; // at least
+        const char* usage;
+    };
+
+    void readLine(const std::string& line)
+    {
+        static const std::map<std::string, Statement> kStatements = {
+            {"title",      {&ScoreReader::readTitle, 1, "title NAME"}                 },
+            {"tempo",      {&ScoreReader::readTempo, 1, "tempo BEATS"}                },
+            {"speed",      {&ScoreReader::readSpeed, 1, "speed TICKS"}                },
+            {"instrument", {&ScoreReader::readInstrument, 2, "instrument NUMBER NAME"}},
+            {"channel",    {&ScoreReader::readChannel, 1, "channel NAME ..."}         },
+            {"order",      {&ScoreReader::readOrder, 2, "order SECTION PATTERN ..."}  },
+            {"block",      {&ScoreReader::readBlock, 2, "block NAME ROWS"}            },
+            {"pattern",    {&ScoreReader::readPattern, 1, "pattern NAME"}             },
+            {"play",       {&ScoreReader::readPlay, 2, "play BLOCK ROW ..."}          },
+            {"include",    {&ScoreReader::readInclude, 1, "include FILE"}             },
+        };
+        const Words words = splitWords(line);
+        if (words.empty()) {
+            return;
+        }
+        if (const auto found = kStatements.find(words[0]); found != kStatements.end()) {
+            const Statement& statement = found->second;
+            require(words.size() > statement.arguments,
+                    std::string("expected: ") + statement.usage);
+            (this->*statement.read)(words);
+        } else if (line.find('|') != std::string::npos) {
+            readTableLine(line);
+        } else if (line.find(':') != std::string::npos) {
+            readPhrase(line);
+        } else {
+            complain("no statement " + inQuotes(words[0]));
+        }
+    }
+
+    void readTitle(const Words& words) { score_.title = words[1]; }
+    void readTempo(const Words& words) { score_.tempo = readNumber(words[1], 32, 255, "tempo"); }
+    void readSpeed(const Words& words) { score_.speed = readNumber(words[1], 1, 31, "speed"); }
+
+    void readInstrument(const Words& words)
+    {
+        const int number = readNumber(words[1], 1, 128, "instrument", 16);
+        const auto same = [number](const ScoreInstrument& i) { return i.number == number; };
+        require(std::none_of(score_.instruments.begin(), score_.instruments.end(), same),
+                "instrument " + words[1] + " is there already");
+        score_.instruments.push_back({number, words[2]});
+    }
+
+    // channel NAME [INSTRUMENT] [pan XX] [echo CHANNEL ROWS PERCENT]
+    void readChannel(const Words& words)
+    {
+        require(blocks_.empty(), "channels come before blocks and patterns");
+        require(score_.channels.size() < kMaxChannels, "more than 32 channels");
+        require(channelIndex_.count(words[1]) == 0, "channel " + words[1] + " is there already");
+        ScoreChannel channel;
+        channel.name = words[1];
+        for (std::size_t i = 2; i < words.size();) {
+            if (words[i] == "pan" && i + 1 < words.size()) {
+                channel.panning = readNumber(words[i + 1], 0, 255, "pan", 16);
+                i += 2;
+            } else if (words[i] == "echo" && i + 3 < words.size()) {
+                channel.echo = ScoreEcho{readChannelName(words[i + 1]),
+                                         readNumber(words[i + 2], 1, kPatternRows, "echo rows"),
+                                         readNumber(words[i + 3], 1, 100, "echo percent")};
+                i += 4;
+            } else {
+                channel.instrument = readNumber(words[i], 1, 128, "instrument", 16);
+                ++i;
+            }
+        }
+        channelIndex_[channel.name] = static_cast<int>(score_.channels.size());
+        score_.channels.push_back(channel);
+    }
+
+    void readOrder(const Words& words)
+    {
+        score_.sections.push_back({words[1], static_cast<int>(orderNames_.size())});
+        for (std::size_t i = 2; i < words.size(); ++i) {
+            orderNames_.push_back({place_, words[i]});
+        }
+    }
+
+    void readBlock(const Words& words)
+    {
+        begin(words[1], readNumber(words[2], 1, kMaxRows, "rows"));
+    }
+
+    void readPattern(const Words& words)
+    {
+        begin(words[1], kPatternRows);
+        patternNames_.push_back(words[1]);
+    }
+
+    // What follows goes into a new grid, until the next one begins.
+    void begin(const std::string& name, int rows)
+    {
+        require(!score_.channels.empty(), "no channels yet");
+        require(blocks_.count(name) == 0, inQuotes(name) + " is there already");
+        ScorePattern grid;
+        grid.name = name;
+        grid.rows = rows;
+        grid.channels = static_cast<int>(score_.channels.size());
+        grid.cells.resize(std::size_t(grid.rows) * std::size_t(grid.channels));
+        current_ = &(blocks_[name] = std::move(grid));
+        columns_.clear();
+    }
+
+    // play BLOCK [on CHANNEL] [up N] [down N] [level PERCENT] ROW ...
+    void readPlay(const Words& words)
+    {
+        require(current_ != nullptr, "play stands in a block or a pattern");
+        const auto found = blocks_.find(words[1]);
+        require(found != blocks_.end(), "no block " + inQuotes(words[1]));
+        require(&found->second != current_, "a block cannot play itself");
+        Placement placement;
+        std::vector<int> rows;
+        for (std::size_t i = 2; i < words.size(); ++i) {
+            const bool hasValue = i + 1 < words.size();
+            if (words[i] == "on" && hasValue) {
+                placement.channel = readChannelName(words[++i]);
+            } else if (words[i] == "up" && hasValue) {
+                placement.semitones = readNumber(words[++i], 0, 48, "up");
+            } else if (words[i] == "down" && hasValue) {
+                placement.semitones = -readNumber(words[++i], 0, 48, "down");
+            } else if (words[i] == "level" && hasValue) {
+                placement.percent = readNumber(words[++i], 1, 100, "level");
+            } else {
+                rows.push_back(readNumber(words[i], 0, current_->rows - 1, "row"));
+            }
+        }
+        require(!rows.empty(), "play: no row to begin at");
+        for (const int row : rows) {
+            put(found->second, row, placement);
+        }
+    }
+
+    struct Placement {
+        std::optional<int> channel; // instead of the block's own
+        int semitones = 0;
+        int percent = 100;
+    };
+
+    void put(const ScorePattern& block, int firstRow, const Placement& placement)
+    {
+        require(firstRow + block.rows <= current_->rows,
+                "block " + block.name + " runs past the last row");
+        int used = -1;
+        for (int row = 0; row < block.rows; ++row) {
+            for (int channel = 0; channel < block.channels; ++channel) {
+                const ScoreCell& cell = block.at(row, channel);
+                if (!cell.note && !cell.instrument && !cell.volume && !cell.effect) {
+                    continue;
+                }
+                require(!placement.channel || used == -1 || used == channel,
+                        "block " + block.name + " has several channels, so it has no other place");
+                used = channel;
+                overlay(current_->at(firstRow + row, placement.channel.value_or(channel)),
+                        softened(transposed(cell, placement.semitones), placement.percent));
+            }
+        }
+    }
+
+    void readInclude(const Words& words) { readFile(path_.parent_path() / words[1]); }
+
+    // "| kick | snare" names the columns of the rows that follow: "16 | x v40 | ...".
+    void readTableLine(const std::string& line)
+    {
+        require(current_ != nullptr, "a table stands in a block or a pattern");
+        Words cells = splitAt(line, '|');
+        const Words row = splitWords(cells[0]);
+        cells.erase(cells.begin());
+        if (!cells.empty() && splitWords(cells.back()).empty()) {
+            cells.pop_back();
+        }
+        if (row.empty()) {
+            columns_.clear();
+            for (const std::string& cell : cells) {
+                const Words names = splitWords(cell);
+                require(names.size() == 1, "a column has one name");
+                columns_.push_back(readChannelName(names[0]));
+            }
+            return;
+        }
+        require(row.size() == 1, "a row has one number");
+        require(cells.size() <= columns_.size(), "more cells than named columns");
+        const int number = readNumber(row[0], 0, current_->rows - 1, "row");
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            putCell(cells[i], current_->at(number, columns_[i]));
+        }
+    }
+
+    // "bass: 00 D-2, 06 F-2 v40" is one channel, read along instead of down.
+    void readPhrase(const std::string& line)
+    {
+        require(current_ != nullptr, "a phrase stands in a block or a pattern");
+        const std::size_t colon = line.find(':');
+        const Words names = splitWords(line.substr(0, colon));
+        require(names.size() == 1, "a phrase has one channel");
+        const int channel = readChannelName(names[0]);
+        for (const std::string& piece : splitAt(line.substr(colon + 1), ',')) {
+            const Words words = splitWords(piece);
+            require(words.size() >= 2, "expected a row and its cell, found " + inQuotes(piece));
+            const int row = readNumber(words[0], 0, current_->rows - 1, "row");
+            putCell(piece.substr(piece.find(words[0]) + words[0].size()),
+                    current_->at(row, channel));
+        }
+    }
+
+    [[nodiscard]] int readChannelName(const std::string& name) const
+    {
+        const auto found = channelIndex_.find(name);
+        require(found != channelIndex_.end(), "no channel " + inQuotes(name));
+        return found->second;
+    }
+
+    Score score_;
+    std::map<std::string, ScorePattern> blocks_; // patterns too: a pattern may play another
+    Words patternNames_;
+    std::map<std::string, int> channelIndex_;
+    std::vector<OrderName> orderNames_;
+    ScorePattern* current_ = nullptr; // in blocks_
+    std::vector<int> columns_;        // channels
+    std::filesystem::path path_;
+    std::string place_; // "file:line: "
+    int depth_ = 0;
+};
+
+} // namespace
+
+Score readScore(const std::filesystem::path& path)
+{
+    ScoreReader reader;
+    try {
+        reader.readFile(path);
+    } catch (const LineFault& fault) {
+        throw ScoreError(fault.what());
+    }
+    return reader.finish();
+}
+
+Score readScoreText(const std::string& text, const std::filesystem::path& name)
+{
+    ScoreReader reader;
+    std::istringstream stream(text);
+    reader.read(stream, name);
+    return reader.finish();
+}

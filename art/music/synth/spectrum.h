@@ -1,0 +1,55 @@
+// Sounds drawn as spectra: loops whose partials all fit a whole number of times, so that the end
+// meets the beginning exactly.
+#pragma once
+
+#include "art/music/synth/signal.h"
+
+// A loop in which a pitch fits a whole number of times, within half a cent.
+struct LoopShape {
+    std::size_t size = 0;   // samples
+    std::size_t cycles = 0; // of the pitch
+};
+
+// The best fit that lasts `seconds` or up to half as long again.
+LoopShape fitLoop(double hertz, double rateHz, double seconds);
+
+// The lines of a loop's spectrum: line n is the wave that fits the loop n times.
+class Spectrum {
+public:
+    Spectrum(const LoopShape& shape, double rateHz);
+
+    // Adds a wave at `harmonic` times the pitch, `offset` lines away from it.
+    void addWave(double harmonic, double amplitude, double phase, int offset = 0);
+
+    // Adds a band of lines around `harmonic` times the pitch, with random phases: many players
+    // at slightly different pitches, spread by about `cents` to both sides.
+    void addBand(double harmonic, double amplitude, double cents, Noise& phases);
+
+    // The highest harmonic below half the rate.
+    [[nodiscard]] int harmonics() const;
+    // The pitch as it fits the loop.
+    [[nodiscard]] double hertz() const;
+    [[nodiscard]] Signal toSignal() const;
+
+private:
+    void addLine(double line, double amplitude, double phase);
+
+    LoopShape shape_;
+    double rateHz_;
+    std::vector<double> cosines_; // amplitude by line
+    std::vector<double> sines_;
+};
+
+// What `process` makes of a loop once it has settled: it hears the loop twice, and the second
+// time is kept.
+template <class Process>
+Signal settled(const Signal& loop, Process process)
+{
+    Signal result(loop.size());
+    for (int pass = 0; pass < 2; ++pass) {
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            result[i] = process(loop[i], i);
+        }
+    }
+    return result;
+}
