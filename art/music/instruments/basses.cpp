@@ -31,7 +31,7 @@ Zone makeGrowlZone(int root)
             (0.8 * throat.low(value, 1400.0, 0.8)) + (1.3 * mouth.band(value, vowel, 2.2));
         return box.low(std::tanh(4.5 * shaped), 5200.0);
     });
-    return makeZone(root, kRate32k, scaledToPeak(driven, 0.8), 0);
+    return makeZone(root, kRate32k, scaledToPeak(driven, 0.95), 0);
 }
 
 // A string through a filter that closes as it dies.
@@ -47,9 +47,9 @@ Zone makeRoundZone(int root)
         const double cutoff = 150.0 + (1500.0 * decay(t, 0.09));
         const double bright = second.low(first.low(saw.saw(pitch), cutoff, 1.3), cutoff);
         const double body = (0.6 * bright) + (0.8 * sub.sine(pitch));
-        return saturate(body, 1.4) * attack(t, 0.003) * decay(t, 0.55);
+        return saturate(body, 2.2) * attack(t, 0.003) * decay(t, 0.55);
     });
-    return makeZone(root, kRate22k, finished(signal, hz, 0.85, 0.2));
+    return makeZone(root, kRate22k, finished(signal, hz, 0.95, 0.2));
 }
 
 } // namespace
@@ -64,7 +64,7 @@ XmInstrument makeSub()
     spectrum.addWave(2.0, 0.34, 0.9);
     spectrum.addWave(3.0, 0.2, 0.4);
     spectrum.addWave(4.0, 0.07, 2.0);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.8);
+    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.95);
     XmInstrument sub = makeInstrument("sub", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(sub, 0, 24, 48, 8);
     return sub;

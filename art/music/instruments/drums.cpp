@@ -92,7 +92,7 @@ XmInstrument makeKick()
     const Signal signal = generate(0.42, hz, [&](double t) {
         const double body = skin.sine(kSkin.hertz(t)) * decay(t, 0.16);
         const double click = beater.band(noise.next(), 3200.0, 0.8) * decay(t, 0.004);
-        return saturate(body + (0.5 * click), 1.7) * attack(t, 0.0006);
+        return saturate((1.3 * body) + (0.8 * click), 2.4) * attack(t, 0.0006);
     });
     return oneShot("kick", kRate32k, finished(signal, hz, 0.95, 0.12));
 }
@@ -109,7 +109,7 @@ XmInstrument makeHardKick()
     const Signal signal = generate(0.36, hz, [&](double t) {
         const double body = skin.sine(kSkin.hertz(t)) * decay(t, 0.17);
         const double click = beater.band(noise.next(), 2600.0, 0.9) * decay(t, 0.007);
-        const double loud = saturate((1.6 * body) + (1.5 * click), 2.8);
+        const double loud = saturate((1.8 * body) + (1.8 * click), 3.8);
         return box.low(loud, 7500.0) * attack(t, 0.0004);
     });
     return oneShot("hard-kick", kRate32k, finished(signal, hz, 0.95, 0.1));
@@ -128,9 +128,9 @@ XmInstrument makeSnare()
         const double rim = upper.sine(1.78 * kSkin.hertz(t)) * decay(t, 0.04);
         const double rattle =
             wires.high(noise.next(), 1900.0) * ((0.7 * decay(t, 0.035)) + (0.4 * decay(t, 0.11)));
-        return saturate((0.8 * head) + (0.35 * rim) + (0.75 * rattle), 1.3) * attack(t, 0.0005);
+        return saturate((0.8 * head) + (0.35 * rim) + (0.95 * rattle), 2.4) * attack(t, 0.0005);
     });
-    return oneShot("snare", kRate45k, finished(withRoom(dry, hz, 0.5, 0.35), hz, 0.85, 0.1));
+    return oneShot("snare", kRate45k, finished(withRoom(dry, hz, 0.5, 0.35), hz, 0.95, 0.1));
 }
 
 XmInstrument makeHardSnare()
@@ -146,9 +146,9 @@ XmInstrument makeHardSnare()
         const double head = skin.sine(kSkin.hertz(t)) * decay(t, 0.09);
         const double rattle = wires.high(white, 1500.0) * decay(t, 0.09);
         const double edge = crack.band(white, 4300.0, 1.4) * decay(t, 0.012);
-        return saturate((1.1 * head) + (0.9 * rattle) + (1.4 * edge), 2.2) * attack(t, 0.0003);
+        return saturate((1.1 * head) + (0.9 * rattle) + (1.4 * edge), 3.2) * attack(t, 0.0003);
     });
-    return oneShot("hard-snare", kRate45k, finished(withRoom(dry, hz, 0.7, 0.5), hz, 0.9, 0.12));
+    return oneShot("hard-snare", kRate45k, finished(withRoom(dry, hz, 0.7, 0.5), hz, 0.95, 0.12));
 }
 
 // Several hands, not quite together.
@@ -166,7 +166,7 @@ XmInstrument makeClap()
         }
         return air.high(palm.band(noise.next(), 1350.0, 1.2), 650.0) * hands;
     });
-    return oneShot("clap", kRate32k, finished(withRoom(dry, hz, 0.8, 0.5), hz, 0.75, 0.1));
+    return oneShot("clap", kRate32k, finished(withRoom(dry, hz, 0.8, 0.5), hz, 0.95, 0.1));
 }
 
 XmInstrument makeRim()
@@ -179,17 +179,17 @@ XmInstrument makeRim()
         const double wood = (low.sine(820.0) + (0.8 * high.sine(1765.0))) * decay(t, 0.011);
         return saturate(wood + (0.4 * noise.next() * decay(t, 0.0015)), 1.8);
     });
-    return oneShot("rim", kRate45k, finished(signal, hz, 0.6, 0.02));
+    return oneShot("rim", kRate45k, finished(signal, hz, 0.9, 0.02));
 }
 
 XmInstrument makeHat()
 {
-    return makeCymbal("hat", kRate45k, 0.09, 0.02, 0.5);
+    return makeCymbal("hat", kRate45k, 0.09, 0.022, 0.95);
 }
 
 XmInstrument makeOpenHat()
 {
-    return makeCymbal("open-hat", kRate45k, 0.45, 0.13, 0.45);
+    return makeCymbal("open-hat", kRate45k, 0.45, 0.13, 0.9);
 }
 
 XmInstrument makeShaker()
@@ -200,7 +200,7 @@ XmInstrument makeShaker()
     const Signal signal = generate(0.12, hz, [&](double t) {
         return grains.band(noise.next(), 7600.0, 1.2) * attack(t, 0.018) * decay(t, 0.03);
     });
-    return oneShot("shaker", kRate45k, finished(signal, hz, 0.35, 0.03));
+    return oneShot("shaker", kRate45k, finished(signal, hz, 0.7, 0.03));
 }
 
 // A nerve that fires: a chirp too short to have a pitch.
@@ -213,7 +213,7 @@ XmInstrument makeTick()
         const double bend = modulator.sine(1470.0) * 2600.0 * decay(t, 0.012);
         return carrier.sine(1900.0 + (2500.0 * decay(t, 0.006)) + bend) * decay(t, 0.014);
     });
-    return oneShot("tick", kRate45k, finished(signal, hz, 0.5, 0.02));
+    return oneShot("tick", kRate45k, finished(signal, hz, 0.8, 0.02));
 }
 
 XmInstrument makeTom()
@@ -228,10 +228,10 @@ XmInstrument makeTom()
         const double hit = stick.band(noise.next(), 1800.0, 0.8) * decay(t, 0.012);
         return saturate(body + (0.6 * hit), 1.5) * attack(t, 0.0008);
     });
-    return oneShot("tom", kRate22k, finished(withRoom(dry, hz, 0.6, 0.3), hz, 0.85, 0.12));
+    return oneShot("tom", kRate22k, finished(withRoom(dry, hz, 0.6, 0.3), hz, 0.95, 0.12));
 }
 
 XmInstrument makeCrash()
 {
-    return makeCymbal("crash", kRate32k, 1.7, 0.45, 0.7);
+    return makeCymbal("crash", kRate32k, 1.7, 0.45, 0.95);
 }

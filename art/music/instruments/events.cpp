@@ -24,7 +24,7 @@ XmInstrument makeRiser()
         const double tone = whistle.band(white, 0.5 * cutoff, 9.0);
         return (wind.band(white, cutoff, 1.2) + (0.7 * tone)) * share * share;
     });
-    return makeInstrument("riser", {makeZone(kRoot, kRate16k, finished(signal, hz, 0.6, 0.01))});
+    return makeInstrument("riser", {makeZone(kRoot, kRate16k, finished(signal, hz, 0.9, 0.01))});
 }
 
 // Breath drawn in over one bar, bright at the end.
@@ -37,7 +37,7 @@ XmInstrument makeReverse()
     const Signal signal = generate(kSeconds, hz, [&](double t) {
         return air.high(noise.next(), 2600.0) * decay(kSeconds - t, 0.42);
     });
-    return makeInstrument("reverse", {makeZone(kRoot, kRate22k, finished(signal, hz, 0.6, 0.01))});
+    return makeInstrument("reverse", {makeZone(kRoot, kRate22k, finished(signal, hz, 0.9, 0.01))});
 }
 
 XmInstrument makeBoom()

@@ -43,7 +43,7 @@ Zone makeBellZone(int root, Rate rate, double seconds)
             sum[i] += partial.amplitude * pair * decay(t, partial.seconds) * attack(t, 0.0015);
         }
     }
-    return makeZone(root, rate, finished(withRoom(sum, hz, 2.2, 0.5), hz, 0.7, 0.4 * seconds));
+    return makeZone(root, rate, finished(withRoom(sum, hz, 2.2, 0.5), hz, 0.95, 0.4 * seconds));
 }
 
 // A string plucked at a sixth of its length, a little stiff.
@@ -64,7 +64,7 @@ Zone makePluckZone(int root, Rate rate, double seconds)
             sum[i] += amplitude * string.sine(hertz) * decay(t, ring) * attack(t, 0.001);
         }
     }
-    return makeZone(root, rate, finished(withRoom(sum, hz, 0.7, 0.22), hz, 0.7, 0.35 * seconds));
+    return makeZone(root, rate, finished(withRoom(sum, hz, 0.7, 0.22), hz, 0.95, 0.35 * seconds));
 }
 
 // A chord of saws through one filter that opens and closes; notes as ratios to the root.
@@ -126,7 +126,7 @@ XmInstrument makeSkank()
     }
     XmInstrument skank = makeInstrument(
         "skank",
-        {makeZone(kRoot, kRate32k, finished(withRoom(chord, hz, 0.9, 0.4), hz, 0.7, 0.2))});
+        {makeZone(kRoot, kRate32k, finished(withRoom(chord, hz, 0.9, 0.4), hz, 0.95, 0.2))});
     setEnvelope(skank, 0, 0, 64, 10);
     return skank;
 }
@@ -140,11 +140,11 @@ XmInstrument makeBrass()
     Signal chord = makeChord(noteHertz(kRoot), hz, 0.95, kNotes, 6500.0, 0.22);
     for (std::size_t i = 0; i < chord.size(); ++i) {
         const double t = static_cast<double>(i) / hz;
-        chord[i] = saturate(2.2 * chord[i] * attack(t, 0.006) * decay(t, 0.3), 1.6);
+        chord[i] = saturate(2.2 * chord[i] * attack(t, 0.006) * decay(t, 0.3), 2.4);
     }
     XmInstrument brass = makeInstrument(
         "brass",
-        {makeZone(kRoot, kRate32k, finished(withRoom(chord, hz, 1.4, 0.6), hz, 0.85, 0.35))});
+        {makeZone(kRoot, kRate32k, finished(withRoom(chord, hz, 1.4, 0.6), hz, 0.95, 0.35))});
     setEnvelope(brass, 0, 0, 64, 20);
     return brass;
 }

@@ -69,7 +69,7 @@ Zone makeLeadZone(int root, Rate rate)
         spectrum.addWave(h, 0.4 * amplitude, 1.9 * h, h < 3 ? 1 : 2);
         spectrum.addWave(h, 0.4 * amplitude, 2.9 * h, h < 3 ? -1 : -2);
     }
-    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.6), 0);
+    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.95), 0);
 }
 
 Zone makeFluteZone(int root, Rate rate)
@@ -84,7 +84,7 @@ Zone makeFluteZone(int root, Rate rate)
         spectrum.addBand(harmonic, 0.1 * kHarmonics.at(i), 60.0, breath);
     }
     spectrum.addBand(4.5, 0.05, 500.0, breath);
-    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.6), 0);
+    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.95), 0);
 }
 
 } // namespace
@@ -104,7 +104,7 @@ XmInstrument makeDrone()
     }
     spectrum.addBand(3.0, 0.1, 12.0, phases);
     spectrum.addBand(6.0, 0.06, 14.0, phases);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.7);
+    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.9);
     XmInstrument drone = makeInstrument("drone", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(drone, 20, 0, 64, 130);
     return drone;
@@ -112,7 +112,7 @@ XmInstrument makeDrone()
 
 XmInstrument makePad()
 {
-    constexpr Ensemble kPad{warm, 17.0, 1.0, 0.6, 60};
+    constexpr Ensemble kPad{warm, 17.0, 1.0, 0.95, 60};
     XmInstrument pad = makeInstrument("pad", {makeEnsembleZone(kPad, noteA(2), kRate22k),
                                               makeEnsembleZone(kPad, noteF(3), kRate22k),
                                               makeEnsembleZone(kPad, noteD(4), kRate22k)});
@@ -122,7 +122,7 @@ XmInstrument makePad()
 
 XmInstrument makeChoir()
 {
-    constexpr Ensemble kChoir{sung, 13.0, 0.9, 0.6, 70};
+    constexpr Ensemble kChoir{sung, 13.0, 0.9, 0.95, 70};
     XmInstrument choir = makeInstrument("choir", {makeEnsembleZone(kChoir, noteD(4), kRate22k),
                                                   makeEnsembleZone(kChoir, noteA(4), kRate22k)});
     setEnvelope(choir, 16, 0, 64, 70);
@@ -131,7 +131,7 @@ XmInstrument makeChoir()
 
 XmInstrument makeStrings()
 {
-    constexpr Ensemble kStrings{bowed, 10.0, 0.8, 0.6, 80};
+    constexpr Ensemble kStrings{bowed, 10.0, 0.8, 0.95, 80};
     XmInstrument strings =
         makeInstrument("strings", {makeEnsembleZone(kStrings, noteD(4), kRate32k),
                                    makeEnsembleZone(kStrings, noteA(4), kRate32k)});
