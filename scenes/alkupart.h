@@ -1,0 +1,31 @@
+#pragma once
+
+#include "render/line_set.h"
+#include "render/screen_quad.h"
+#include "runtime/part.h"
+
+// Scene 0, the opening: a tumbling figure of 300 line segments, drawn in software into the line
+// canvas and stretched over the viewport.
+//
+// Sync events kick it, and every kick dies away frame by frame: 128 thickens and spins it and ends
+// a zoom, 129 zooms with thin lines, 130 zooms with thick ones, 131 and 132 bring it near and
+// nearer with a thick spin.
+class Alkupart : public Part {
+public:
+    // Needs the line canvas and the display.
+    Alkupart();
+
+    void syncEvent(int value) override;
+    void drawFrame(float seconds) override;
+
+private:
+    ScreenQuad quad_;
+    LineSet lines_;
+    float colourScale_ = 1.0F; // 1 leaves the figure's own colours
+    float pulse_ = 0.0F;       // of the lines' thickness, 1 right after a kick
+    float prevTime_ = 0.0F;    // seconds, of the frame drawn before
+    float spin_ = 0.0F;        // of the rotation, 1 right after a kick
+    float zoomKick_ = 0.0F;    // what is left of the zoom's way, 1 right after a kick
+    int zoomActive_ = 0;
+    float baseDepth_ = -15.0F; // z of the figure before the zoom
+};

@@ -1,0 +1,5 @@
+#include "scenes/shared_objects.h"
+
+// All in this one file, so that they are constructed in this order and destroyed in the reverse
+// one.
+Bitmap lineCanvas;
