@@ -1,0 +1,187 @@
+// The whole program from outside: what it asks of SDL and OpenGL, in which order, and how it ends.
+
+#include "tests/show/stage.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Calls = std::vector<std::string>;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+const Calls kBlackFrame = {"glClear 0x4000", "SDL_GL_SwapBuffers"};
+
+bool isDrawn(const Calls& frame)
+{
+    return std::find(frame.begin(), frame.end(), "SDL_GL_SwapBuffers") != frame.end();
+}
+
+} // namespace
+
+TEST(Show, StartsUpInOrder)
+{
+    const Outcome outcome = perform({.lastFrame = 1});
+    EXPECT_THAT(
+        outcome.startUp,
+        ElementsAre("SDL_Init 0x20", "SDL_GL_SetAttribute 5 1", "SDL_SetVideoMode 640 480 16 0x2",
+                    "SDL_ShowCursor 0", "glClearColor 0 0 0 0", "glShadeModel 0x1d01",
+                    "glViewport 0 104 640 272", "glMatrixMode 0x1701", "glLoadIdentity",
+                    "gluPerspective 60 2.35294127 0.1 400", "glMatrixMode 0x1700", "glLoadIdentity",
+                    "glEnable 0xbe2", "glBlendFunc 0x302 0x303", "glHint 0xc50 0x1102",
+                    "glHint 0xc51 0x1102", "SDL_OpenAudio 44100 32784 2 512", "SDL_Delay 1000",
+                    // The line canvas and its texture.
+                    "glGenTextures 1", "glBindTexture 0xde1 1",
+                    "glTexParameteri 0xde1 0x2802 0x2901", "glTexParameteri 0xde1 0x2803 0x2901",
+                    "glTexParameteri 0xde1 0x2800 0x2601", "glTexParameteri 0xde1 0x2801 0x2601",
+                    StartsWith("glTexImage2D 0xde1 0 0x1908 512 256 0 0x1908 0x1401"),
+                    // The opening scene's figure.
+                    "srand 1234567890"));
+    EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_CloseAudio", "SDL_Quit"));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+TEST(Show, OpensFullScreenOrSilentlyAsTold)
+{
+    struct Row {
+        Calls arguments;
+        const char* videoMode;
+        bool sound;
+    };
+    const Row kRows[] = {
+        {{},                                "SDL_SetVideoMode 640 480 16 0x80000002", true },
+        {{"-nosound"},                      "SDL_SetVideoMode 640 480 16 0x80000002", false},
+        {{"-window", "-nosound"},           "SDL_SetVideoMode 640 480 16 0x2",        false},
+        {{"-window", "-nosound", "3", "4"}, "SDL_SetVideoMode 640 480 16 0x80000002", true },
+    };
+    for (const Row& row : kRows) {
+        const Outcome outcome = perform({.arguments = row.arguments, .lastFrame = 1});
+        EXPECT_THAT(outcome.startUp, ::testing::Contains(row.videoMode));
+        EXPECT_EQ(outcome.shutDown.front() == "SDL_CloseAudio", row.sound);
+        EXPECT_EQ(outcome.status, 1);
+    }
+}
+
+// Order n ends the show at its row n, so the number of frames tells where the music began.
+TEST(Show, BeginsWhereTheStartSceneIs)
+{
+    struct Row {
+        Calls arguments;
+        int order;
+    };
+    const Row kRows[] = {
+        {{"-window"},           0 },
+        {{"2"},                 3 },
+        {{"3"},                 6 },
+        {{"-window", "4"},      10},
+        {{"5"},                 13},
+        {{"-window", "6"},      18},
+        {{"7"},                 26},
+        {{"8"},                 0 },
+        {{"-window", "2", "7"}, 26},
+        {{"1"},                 0 },
+    };
+    std::vector<Cue> cues;
+    for (int order = 0; order < 27; ++order) {
+        cues.push_back({order, order + 1, 3, 8});
+    }
+    for (const Row& row : kRows) {
+        const Outcome outcome =
+            perform({.arguments = row.arguments, .module = scriptedModule(27, cues)});
+        EXPECT_EQ(static_cast<int>(outcome.frames.size()), frameThatHears(0, row.order + 1, 60))
+            << row.arguments[0];
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_FALSE(isDrawn(outcome.frames.back()));
+        EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_CloseAudio", "SDL_Quit"));
+    }
+}
+
+TEST(Show, SwitchesScenesAtTheFrameAfterTheirRow)
+{
+    const std::vector<Cue> cues = {
+        {0, 2,  0, 7 },
+        {0, 4,  1, 9 },
+        {0, 6,  2, 7 },
+        {0, 8,  3, 63},
+        {0, 10, 0, 7 },
+        {0, 12, 0, 8 }
+    };
+    for (const int framesPerSecond : {24, 60, 144}) {
+        const Outcome outcome =
+            perform({.module = scriptedModule(1, cues), .framesPerSecond = framesPerSecond});
+        const auto from = [&](int row) { return frameThatHears(0, row, framesPerSecond); };
+        ASSERT_EQ(static_cast<int>(outcome.frames.size()), from(12));
+        for (int number = from(2); number < from(12); ++number) {
+            const Calls& frame = outcome.frames[static_cast<std::size_t>(number - 1)];
+            const bool black =
+                number < from(4) || (number >= from(6) && number < from(8)) || number >= from(10);
+            EXPECT_EQ(frame, black ? kBlackFrame : Calls{}) << number << " at " << framesPerSecond;
+        }
+    }
+}
+
+TEST(Show, EndsAtAKeyOrAClosedWindowAfterAWholeFrame)
+{
+    struct Row {
+        const char* events;
+        std::size_t frames;
+    };
+    // 2 a key goes down, 3 one comes up, 4 the mouse moves, 5 and 6 its button, 12 the window
+    // closes.
+    constexpr Row kRows[] = {
+        {"1:2",                     1},
+        {"5:12",                    5},
+        {"2:3,3:4,3:5,4:6,7:2,7:4", 7}
+    };
+    for (const Row& row : kRows) {
+        const Outcome outcome = perform({.events = row.events});
+        EXPECT_EQ(outcome.frames.size(), row.frames) << row.events;
+        EXPECT_TRUE(isDrawn(outcome.frames.back()));
+        EXPECT_EQ(outcome.status, 1);
+    }
+}
+
+TEST(Show, PlaysSilentlyInRealTime)
+{
+    const XmModule module = scriptedModule(1, {
+                                                  {0, 1, 0, 7},
+                                                  {0, 4, 0, 8}
+    });
+    const Outcome outcome = perform({.arguments = {"-nosound"}, .module = module});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.frames, ::testing::Contains(kBlackFrame));
+    EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_Quit"));
+}
+
+TEST(Show, FailsWithItsMessageAndStatusZero)
+{
+    struct Row {
+        const char* name;
+        Performance performance;
+        const char* output;
+        const char* errors;
+    };
+    const Row kRows[] = {
+        {"no SDL",    {.failingCall = "SDL_Init"},            "",                              "\nError initializing SDL!\n\n"},
+        {"no mode",
+         {.failingCall = "SDL_SetVideoMode"},
+         "",                                                                                   "\nError swithing to 640x480! Please make sure you"
+         "\nHave 640x480 mode defined in your XF86Config!\n\n"                                                    },
+        {"no device",
+         {.failingCall = "SDL_OpenAudio"},
+         "Error!\nError initializing output device.\n",                                        ""                             },
+        {"no module", {.module = std::nullopt},               "Error!\nFile not found\n",      ""                             },
+        {"no XM",     {.moduleBytes = "not a module at all"}, "Error!\nUnknown file format\n", ""                             },
+    };
+    for (const Row& row : kRows) {
+        const Outcome outcome = perform(row.performance);
+        EXPECT_EQ(outcome.status, 0) << row.name;
+        EXPECT_EQ(outcome.output, row.output) << row.name;
+        EXPECT_EQ(outcome.errors, row.errors) << row.name;
+        EXPECT_THAT(outcome.frames, IsEmpty()) << row.name;
+    }
+}

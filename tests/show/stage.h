@@ -1,0 +1,48 @@
+// Runs the real program on a stage of its own: a folder with a scripted module, and the stand-in
+// for SDL, OpenGL and the clock, which writes down every call.
+#pragma once
+
+#include "art/music/xm.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// A Zxx effect in a scripted module.
+struct Cue {
+    int order;
+    int row; // 0 to 63; each lasts 5292 samples, 0.12 s
+    int channel;
+    int value;
+};
+
+constexpr int kSamplesPerRow = 5292;
+constexpr int kRowsPerOrder = 64;
+
+// A module of `orders` silent patterns of 64 rows at the usual tempo, with these effects.
+XmModule scriptedModule(int orders, const std::vector<Cue>& cues);
+
+// The frame, counted from 1, that is the first to hear a row: the samples of a pass are fed at its
+// end, so what happens in them reaches the next frame.
+int frameThatHears(int order, int row, int framesPerSecond);
+
+struct Performance {
+    std::vector<std::string> arguments = {"-window"};
+    std::optional<XmModule> module = scriptedModule(1, {}); // none: the file is missing
+    int framesPerSecond = 60;
+    int lastFrame = 0;            // the window is closed after it; 0 never
+    std::string events = {};      // see stand_in.cpp
+    std::string failingCall = {}; // see stand_in.cpp
+    std::string moduleBytes = {}; // instead of `module`, if not empty
+};
+
+struct Outcome {
+    int status = -1;                  // exit status, or -1 when a signal ended the program
+    std::string output;               // standard output
+    std::string errors;               // standard error
+    std::vector<std::string> startUp; // calls before the first frame
+    std::vector<std::vector<std::string>> frames; // calls by pass of the main loop
+    std::vector<std::string> shutDown;            // calls after the last pass
+};
+
+Outcome perform(const Performance& performance);
