@@ -9,9 +9,10 @@
 
 struct FMUSIC_MODULE;
 
-// Receives the parameter of a Zxx effect that `module` has just performed: a row's effects in
-// channel order, each at most one block (11.6 ms) before its row is heard. Zxx does nothing to the
-// sound. Mixer thread, with none of the sound library's locks held.
+// Receives the parameter of a Zxx effect that `module` has just performed. A row's effects come in
+// channel order, when the block of 512 frames (11.6 ms) in which the row begins is mixed; the
+// device plays it a little later. Zxx does nothing to the sound. Mixer thread, with none of the
+// sound library's locks held.
 using FMUSIC_CALLBACK = void (*)(FMUSIC_MODULE* module, unsigned char parameter);
 
 // The version of the interface.
