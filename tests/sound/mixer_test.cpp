@@ -66,17 +66,14 @@ TestModule busyModule()
 {
     TestModule module;
     module.orders = {0, 1};
+    // clang-format off
     module.patterns = {
-        {6,
-         {{0, 0, 49, kZxx, 0x10},
-          {0, 1, 0, kZxx, 0x80},
-          {1, 3, 0, kZxx, 0x7F},
-          {2, 1, 56, kZxx, 0x05},
-          {2, 0, 0, kZxx, 0xF0},
-          {3, 2, 40, 0, 0},
-          {4, 2, 0, kZxx, 0x00}}                            },
+        {6, {{0, 0, 49, kZxx, 0x10}, {0, 1, 0, kZxx, 0x80}, {1, 3, 0, kZxx, 0x7F},
+             {2, 1, 56, kZxx, 0x05}, {2, 0, 0, kZxx, 0xF0}, {3, 2, 40, 0, 0},
+             {4, 2, 0, kZxx, 0x00}}},
         {4, {{0, 0, 37, kZxx, 0x90}, {2, 0, 44, kZxx, 0x20}}},
     };
+    // clang-format on
     return module;
 }
 
@@ -118,41 +115,34 @@ struct Course {
 // the piece where it begins. Every course ends by starting anew.
 TEST(Zxx, ComesWithItsRow)
 {
+    // By hand, since the formatter stumbles over tables in tables.
+    // clang-format off
     const std::vector<Course> courses = {
-        {"SeveralOnARow",
-         6, {{2, {{0, 3, 0, kZxx, 3}, {0, 0, 49, kZxx, 1}, {0, 1, 0, kZxx, 2}, {1, 2, 0, kZxx, 255}}}},
-         {{0, 1},
-          {0, 2},
-          {0, 3},
-          {6 * kTick, 255},
-          {12 * kTick, 1},
-          {12 * kTick, 2},
-          {12 * kTick, 3}}                                                         },
-        {"SpeedAndTempo",
-         4, {{3,
-           {{0, 0, 0, kZxx, 1},
-            {0, 1, 0, 0xF, 3},
-            {1, 0, 0, kZxx, 2},
-            {1, 1, 0, 0xF, 250},
-            {2, 0, 0, kZxx, 3},
-            {2, 1, 0, 0xF, 125},
-            {2, 2, 0, 0xF, 4}}}},
-         {{0, 1}, {3 * kTick, 2}, {9 * kTick / 2, 3}, {17 * kTick / 2, 1}}         },
-        {"BreakToARow",
-         2, {{8, {{0, 0, 0, kZxx, 1}, {1, 0, 0, 0xD, 2}, {2, 0, 0, kZxx, 99}}},
+        {"SeveralOnARow", 6,
+         {{2, {{0, 3, 0, kZxx, 3}, {0, 0, 49, kZxx, 1}, {0, 1, 0, kZxx, 2}, {1, 2, 0, kZxx, 255}}}},
+         {{0, 1}, {0, 2}, {0, 3}, {6 * kTick, 255},
+          {12 * kTick, 1}, {12 * kTick, 2}, {12 * kTick, 3}}},
+        {"SpeedAndTempo", 4,
+         {{3, {{0, 0, 0, kZxx, 1}, {0, 1, 0, 0xF, 3},
+               {1, 0, 0, kZxx, 2}, {1, 1, 0, 0xF, 250},
+               {2, 0, 0, kZxx, 3}, {2, 1, 0, 0xF, 125}, {2, 2, 0, 0xF, 4}}}},
+         {{0, 1}, {3 * kTick, 2}, {9 * kTick / 2, 3}, {17 * kTick / 2, 1}}},
+        {"BreakToARow", 2,
+         {{8, {{0, 0, 0, kZxx, 1}, {1, 0, 0, 0xD, 2}, {2, 0, 0, kZxx, 99}}},
           {3, {{0, 0, 0, kZxx, 98}, {2, 0, 0, kZxx, 2}}}},
-         {{0, 1}, {4 * kTick, 2}, {6 * kTick, 1}}                                  },
-        {"JumpBack",
-         2, {{4, {{0, 0, 0, kZxx, 1}, {1, 0, 0, kZxx, 2}, {1, 1, 0, 0xB, 0}, {2, 0, 0, kZxx, 99}}}},
-         {{0, 1}, {2 * kTick, 2}, {4 * kTick, 1}}                                  },
-        {"DelayedRowComesOnce",
-         2, {{2, {{0, 0, 0, kZxx, 1}, {0, 1, 0, 0xE, 0xE3}, {1, 0, 0, kZxx, 2}}}},
-         {{0, 1}, {8 * kTick, 2}, {10 * kTick, 1}}                                 },
-        {"LoopedRowsComeAgain",
-         2, {{3,
-           {{0, 0, 0, kZxx, 1}, {0, 1, 0, 0xE, 0x60}, {1, 1, 0, 0xE, 0x62}, {2, 0, 0, kZxx, 2}}}},
+         {{0, 1}, {4 * kTick, 2}, {6 * kTick, 1}}},
+        {"JumpBack", 2,
+         {{4, {{0, 0, 0, kZxx, 1}, {1, 0, 0, kZxx, 2}, {1, 1, 0, 0xB, 0}, {2, 0, 0, kZxx, 99}}}},
+         {{0, 1}, {2 * kTick, 2}, {4 * kTick, 1}}},
+        {"DelayedRowComesOnce", 2,
+         {{2, {{0, 0, 0, kZxx, 1}, {0, 1, 0, 0xE, 0xE3}, {1, 0, 0, kZxx, 2}}}},
+         {{0, 1}, {8 * kTick, 2}, {10 * kTick, 1}}},
+        {"LoopedRowsComeAgain", 2,
+         {{3, {{0, 0, 0, kZxx, 1}, {0, 1, 0, 0xE, 0x60}, {1, 1, 0, 0xE, 0x62},
+               {2, 0, 0, kZxx, 2}}}},
          {{0, 1}, {4 * kTick, 1}, {8 * kTick, 1}, {12 * kTick, 2}, {14 * kTick, 1}}},
     };
+    // clang-format on
     for (const Course& course : courses) {
         SCOPED_TRACE(course.name);
         TestModule module;

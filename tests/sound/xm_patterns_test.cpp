@@ -15,10 +15,12 @@ TestModule twoPatterns(unsigned version)
     module.version = version;
     module.orders = {0, 1};
     module.instruments = 2;
+    // clang-format off
     module.patterns = {
         {3, {{0, 0, 49, 0, 0}, {0, 3, 0, kZxx, 9}, {2, 0, 50, kZxx, 200}, {2, 2, 0, kZxx, 7}}},
-        {2, {{1, 0, 0, kZxx, 0}, {1, 1, 0, 0x22, 5}}                                         },
+        {2, {{1, 0, 0, kZxx, 0}, {1, 1, 0, 0x22, 5}}},
     };
+    // clang-format on
     return module;
 }
 
