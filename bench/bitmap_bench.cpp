@@ -56,20 +56,22 @@ void addColourKeyRow(const char* row, void (*paint)(std::uint8_t*))
 {
     static std::vector<Bitmap> bitmaps(2);
     static std::size_t next = 0;
-    Bitmap& bitmap = bitmaps[next++];
+    Bitmap& bitmap = bitmaps[next];
     bitmap.create(kWidth, kHeight, 32);
     bitmap.clear();
     paint(bitmap.getPixels());
     bitmap.setAlpha(1.0F);
 
     std::vector<std::uint8_t> expected(bitmap.getPixels(), bitmap.getPixels() + kBytes);
-    plainSetColourKeyAlpha(expected.data(), kPixels, 0, 0, 0, 0);
+    PlainBitmap{expected.data(), kWidth, kHeight}.setColourKeyAlpha(0, 0, 0, 0);
     bitmap.setColourKeyAlpha(0, 0, 0, 0);
     requireSame(std::equal(expected.begin(), expected.end(), bitmap.getPixels()), row);
 
     addForm(row, "kso", [&bitmap] { bitmap.setColourKeyAlpha(0, 0, 0, 0); });
-    addForm(row, "plain",
-            [&bitmap] { plainSetColourKeyAlpha(bitmap.getPixels(), kPixels, 0, 0, 0, 0); });
+    static std::vector<PlainBitmap> plains(2);
+    PlainBitmap& plain = plains[next++];
+    plain = {bitmap.getPixels(), kWidth, kHeight};
+    addForm(row, "plain", [&plain] { plain.setColourKeyAlpha(0, 0, 0, 0); });
 }
 
 } // namespace
@@ -80,14 +82,15 @@ void addBitmapRows()
     scatter(canvas().getPixels());
     std::copy_n(canvas().getPixels(), kBytes, other().begin());
     canvas().setAlpha(0.5F);
-    plainSetAlpha(other().data(), kPixels, 127);
+    PlainBitmap{other().data(), kWidth, kHeight}.setAlpha(0.5F);
     requireSame(std::equal(other().begin(), other().end(), canvas().getPixels()), "setAlpha");
 
     addForm("clear 512x256", "kso", [] { canvas().clear(); });
     addForm("clear 512x256", "memset", [] { std::memset(canvas().getPixels(), 0, kBytes); });
 
     addForm("setAlpha 512x256", "kso", [] { canvas().setAlpha(1.0F); });
-    addForm("setAlpha 512x256", "plain", [] { plainSetAlpha(canvas().getPixels(), kPixels, 255); });
+    static PlainBitmap plain = {canvas().getPixels(), kWidth, kHeight};
+    addForm("setAlpha 512x256", "plain", [] { plain.setAlpha(1.0F); });
     addForm("setAlpha 512x256", "memcpy",
             [] { std::memcpy(other().data(), canvas().getPixels(), kBytes); });
 

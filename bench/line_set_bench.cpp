@@ -86,6 +86,7 @@ struct Stage {
         }
         lines.setTarget(canvas.getPixels(), staging.width, staging.height);
         plain = std::make_unique<PlainFigure>(lines.vertices());
+        plainBitmap = {plainCanvas.getPixels(), plainCanvas.getWidth(), plainCanvas.getHeight()};
     }
 
     const Frame& nextFrame() { return staging.frames[next++ % kFrames]; }
@@ -123,6 +124,7 @@ struct Stage {
     std::unique_ptr<PlainFigure> plain;
     Bitmap canvas;
     Bitmap plainCanvas;
+    PlainBitmap plainBitmap{}; // the plain canvas again
     std::size_t next = 0;
 };
 
@@ -284,7 +286,7 @@ void addFrameRow(Staging staging)
     addForm(staging.name, "plain", [stage] {
         stage->plainCanvas.clear();
         stage->drawPlain(stage->nextFrame());
-        plainSetAlpha(stage->plainCanvas.getPixels(), stage->bytes() / 4, 255);
+        stage->plainBitmap.setAlpha(1.0F);
     });
 }
 

@@ -1,19 +1,21 @@
 #include "bench/plain_bitmap.h"
 
-void plainSetAlpha(std::uint8_t* pixels, std::size_t count, std::uint8_t alpha)
+#include <cstddef>
+
+void PlainBitmap::setAlpha(float alpha) const
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        pixels[i * 4 + 3] = alpha;
+    const auto byte = static_cast<std::uint8_t>(static_cast<long long>(255.0 * alpha));
+    for (std::size_t i = 0; i < std::size_t{width} * height; ++i) {
+        pixels[i * 4 + 3] = byte;
     }
 }
 
-void plainSetColourKeyAlpha(std::uint8_t* pixels, std::size_t count, std::uint8_t r, std::uint8_t g,
-                            std::uint8_t b, std::uint8_t a)
+void PlainBitmap::setColourKeyAlpha(std::uint8_t r, std::uint8_t g, std::uint8_t b,
+                                    std::uint8_t a) const
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        std::uint8_t* pixel = pixels + i * 4;
-        if (pixel[0] == r && pixel[1] == g && pixel[2] == b) {
-            pixel[3] = a;
+    for (std::size_t i = 0; i < std::size_t{width} * height; ++i) {
+        if (pixels[i * 4] == r && pixels[i * 4 + 1] == g && pixels[i * 4 + 2] == b) {
+            pixels[i * 4 + 3] = a;
         }
     }
 }
