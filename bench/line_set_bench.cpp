@@ -218,19 +218,33 @@ public:
     SdlGfxFigure& operator=(const SdlGfxFigure&) = delete;
     ~SdlGfxFigure() { SDL_FreeSurface(surface_); }
 
-    [[nodiscard]] bool works() const { return surface_ != nullptr; }
+    // Coordinates here have 16 bits, which is too little near the eye.
+    [[nodiscard]] bool works()
+    {
+        const auto fits = [](float position, float half) {
+            return std::fabs(position * half + half) < 30000.0F;
+        };
+        bool allFit = surface_ != nullptr;
+        for (const Frame& frame : stage_->staging.frames) {
+            stage_->place(frame);
+            stage_->lines.perspectiveDivide();
+            for (const LineVertex& v : stage_->lines.transformed()) {
+                allFit = allFit && fits(v.x, halfWidth_) && fits(v.y, halfHeight_);
+            }
+        }
+        return allFit;
+    }
 
     void draw()
     {
         stage_->place(stage_->nextFrame());
         stage_->lines.perspectiveDivide();
         const auto vertices = stage_->lines.transformed();
-        const auto hw = static_cast<float>(stage_->staging.width) / 2.0F;
-        const auto hh = static_cast<float>(stage_->staging.height) / 2.0F;
         for (std::size_t i = 0; i < vertices.size(); i += 2) {
             const auto& [blue, green, red] = vertices[i].colour;
-            thickLineRGBA(surface_, pixel(vertices[i].x, hw), pixel(vertices[i].y, hh),
-                          pixel(vertices[i + 1].x, hw), pixel(vertices[i + 1].y, hh),
+            thickLineRGBA(surface_, pixel(vertices[i].x, halfWidth_),
+                          pixel(vertices[i].y, halfHeight_), pixel(vertices[i + 1].x, halfWidth_),
+                          pixel(vertices[i + 1].y, halfHeight_),
                           static_cast<Uint8>(stage_->staging.thickness), static_cast<Uint8>(red),
                           static_cast<Uint8>(green), static_cast<Uint8>(blue), 255);
         }
@@ -239,10 +253,12 @@ public:
 private:
     static Sint16 pixel(float position, float half)
     {
-        return static_cast<Sint16>(std::clamp(position * half + half, -30000.0F, 30000.0F));
+        return static_cast<Sint16>(position * half + half);
     }
 
     SharedStage stage_;
+    float halfWidth_ = static_cast<float>(stage_->staging.width) / 2.0F;
+    float halfHeight_ = static_cast<float>(stage_->staging.height) / 2.0F;
     SDL_Surface* surface_;
 };
 

@@ -7,6 +7,7 @@
 #include "runtime/fatal.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -19,29 +20,23 @@
 
 namespace {
 
-constexpr LineVertex kFirstVertex = {
-    0.0F, 0.0F, 0.0F, {32.0F, 16.0F, 24.0F}
-};
-constexpr double kParameterStep = 0.2;
+constexpr double kParameterStep = 0.2; // of the curve, from segment to segment
 
-using ColourTable = std::array<std::array<float, 3>, 4>;
+using Colour = std::array<float, 3>; // blue, green, red
+constexpr Colour kFirstColour = {32.0F, 16.0F, 24.0F};
 
-constexpr ColourTable kWarmColours = {
-    {
-     {7.0F, 32.0F, 63.0F},
-     {1.0F, 10.0F, 63.0F},
-     {7.0F, 42.0F, 63.0F},
-     {2.0F, 63.0F, 63.0F},
-     }
+constexpr std::array kWarmColours = {
+    Colour{7.0F, 32.0F, 63.0F},
+    Colour{1.0F, 10.0F, 63.0F},
+    Colour{7.0F, 42.0F, 63.0F},
+    Colour{2.0F, 63.0F, 63.0F},
 };
 
-constexpr ColourTable kCoolColours = {
-    {
-     {63.0F, 32.0F, 7.0F},
-     {63.0F, 10.0F, 1.0F},
-     {63.0F, 42.0F, 7.0F},
-     {63.0F, 63.0F, 2.0F},
-     }
+constexpr std::array kCoolColours = {
+    Colour{63.0F, 32.0F, 7.0F},
+    Colour{63.0F, 10.0F, 1.0F},
+    Colour{63.0F, 42.0F, 7.0F},
+    Colour{63.0F, 63.0F, 2.0F},
 };
 
 // Positions along a walk are 16.16 fixed point, held in 64 bits: where a segment comes from far
@@ -49,8 +44,8 @@ constexpr ColourTable kCoolColours = {
 constexpr int kFractionBits = 16;
 constexpr float kOnePixel = 65536.0F;
 
-// A segment longer than this many pixels along an axis is not drawn. It crosses the depth of the
-// eye, and everything below fits into 64 bits without it.
+// A segment longer than this many pixels along an axis is not drawn: it touches the plane of the
+// eye. Without it everything below fits into 64 bits.
 constexpr float kLongest = 0x1p40F;
 
 struct Canvas {
@@ -163,7 +158,7 @@ struct ShallowWalk {
     std::int64_t step;
 };
 
-// How many columns of a walk that never rises, `count` of them from `start`, are above `row`.
+// How many of the `count` columns of a level or downward walk are above `row`.
 std::int64_t columnsAbove(std::int64_t row, std::int64_t start, std::int64_t step,
                           std::int64_t count)
 {
@@ -263,7 +258,7 @@ LineSet::VertexArray LineSet::allocate(std::size_t size)
     if (array == nullptr) {
         fatal(stderr, 0, "\nError allocating memory for the vertices!!\n");
     }
-    std::fill_n(array.get(), size, kFirstVertex);
+    std::fill_n(array.get(), size, LineVertex{0.0F, 0.0F, 0.0F, kFirstColour});
     return array;
 }
 
@@ -366,7 +361,7 @@ void LineSet::transform()
 void LineSet::scaleColours(float factor)
 {
     for (std::size_t i = 0; i < segments(); ++i) {
-        const std::array<float, 3>& source = vertices_[i].colour;
+        const Colour& source = vertices_[i].colour;
         transformed_[i].colour = {source[0] * factor, source[1] * factor, source[2] * factor};
     }
 }
