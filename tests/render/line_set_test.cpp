@@ -279,13 +279,19 @@ TEST(LineSet, GeneratesTheCurveInItsColours)
     EXPECT_EQ(vertices[2].colour, (std::array{63.0F, 32.0F, 7.0F}));
     EXPECT_EQ(vertices[1].colour, (std::array{32.0F, 16.0F, 24.0F}));
 
-    // The parameter is rounded to single precision at every step: after 299 of them it is off.
+    // The parameter is rounded to single precision at every step, and so is 14 t.
     float t = 0.0F;
     for (int i = 0; i < 299; ++i) {
         t = static_cast<float>(t + 0.2);
     }
-    EXPECT_EQ(vertices[598].y, static_cast<float>(1.6 * std::sin(1.28927348934 * t)));
-    EXPECT_EQ(vertices[599].z, static_cast<float>(-1.4 * std::sin(42.69 * t)));
+    const LineVertex& from = vertices[598];
+    const LineVertex& to = vertices[599];
+    EXPECT_EQ(from.x, static_cast<float>(1.2 * std::cos(static_cast<double>(14 * t))));
+    EXPECT_EQ(from.y, static_cast<float>(1.6 * std::sin(1.28927348934 * t)));
+    EXPECT_EQ(from.z, static_cast<float>(1.4 * std::sin(42.69 * t)));
+    EXPECT_EQ(to.x, static_cast<float>(-1.2 * std::cos(0.333 * t)));
+    EXPECT_EQ(to.y, static_cast<float>(-1.6 * std::sin(static_cast<double>(8 * t))));
+    EXPECT_EQ(to.z, static_cast<float>(-1.4 * std::sin(42.69 * t)));
 
     lines.generate(1);
     EXPECT_EQ(lines.vertices()[0].colour, (std::array{7.0F, 42.0F, 63.0F}));
