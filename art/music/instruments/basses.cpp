@@ -31,7 +31,7 @@ Zone makeGrowlZone(int root)
             (0.8 * throat.low(value, 1400.0, 0.8)) + (1.3 * mouth.band(value, vowel, 2.2));
         return box.low(std::tanh(4.5 * shaped), 5200.0);
     });
-    return makeZone(root, kRate32k, scaledToPeak(driven, 0.95), 0);
+    return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }
 
 // A string through a filter that closes as it dies.

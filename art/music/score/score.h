@@ -20,6 +20,7 @@ struct ScoreCell {
     std::optional<std::uint8_t> instrument; // 0: none, on purpose
     std::optional<std::uint8_t> volume;     // the volume column's byte
     std::optional<ScoreEffect> effect;
+    bool clears = false; // takes away what another block has put there
 };
 
 struct ScoreInstrument {

@@ -167,6 +167,8 @@ void readWord(std::string_view word, ScoreCell& cell)
         cell.note = kHitNote;
     } else if (word == "===") {
         cell.note = kXmKeyOff;
+    } else if (word == "---") {
+        cell.clears = true;
     } else if (word == "..") {
         cell.instrument = std::uint8_t(0);
     } else if (const std::optional<int> note = toNote(word)) {
@@ -190,25 +192,29 @@ void overlay(std::optional<Field>& below, const std::optional<Field>& above)
 
 void overlay(ScoreCell& below, const ScoreCell& above)
 {
+    if (above.clears) {
+        below = ScoreCell();
+        below.clears = true;
+    }
     overlay(below.note, above.note);
     overlay(below.instrument, above.instrument);
     overlay(below.volume, above.volume);
     overlay(below.effect, above.effect);
 }
 
-// Puts a cell's text over what is there; "---" takes away what is there.
+// Puts a cell's text over what is there.
 void putCell(const std::string& text, ScoreCell& cell)
 {
-    const Words words = splitWords(text);
-    if (words.size() == 1 && words[0] == "---") {
-        cell = ScoreCell();
-        return;
-    }
     ScoreCell above;
-    for (const std::string& word : words) {
+    for (const std::string& word : splitWords(text)) {
         readWord(word, above);
     }
     overlay(cell, above);
+}
+
+bool isEmpty(const ScoreCell& cell)
+{
+    return !cell.note && !cell.instrument && !cell.volume && !cell.effect && !cell.clears;
 }
 
 ScoreCell transposed(ScoreCell cell, int semitones)
@@ -338,7 +344,7 @@ private:
     {
         require(blocks_.empty(), "channels come before blocks and patterns");
         require(score_.channels.size() < kMaxChannels, "more than 32 channels");
-        require(channelIndex_.count(words[1]) == 0, "channel " + words[1] + " is there already");
+        require(!channelIndex_.contains(words[1]), "channel " + words[1] + " is there already");
         ScoreChannel channel;
         channel.name = words[1];
         for (std::size_t i = 2; i < words.size();) {
@@ -382,7 +388,7 @@ private:
     void begin(const std::string& name, int rows)
     {
         require(!score_.channels.empty(), "no channels yet");
-        require(blocks_.count(name) == 0, inQuotes(name) + " is there already");
+        require(!blocks_.contains(name), inQuotes(name) + " is there already");
         ScorePattern grid;
         grid.name = name;
         grid.rows = rows;
@@ -435,7 +441,7 @@ private:
         for (int row = 0; row < block.rows; ++row) {
             for (int channel = 0; channel < block.channels; ++channel) {
                 const ScoreCell& cell = block.at(row, channel);
-                if (!cell.note && !cell.instrument && !cell.volume && !cell.effect) {
+                if (isEmpty(cell)) {
                     continue;
                 }
                 require(!placement.channel || used == -1 || used == channel,

@@ -126,15 +126,22 @@ Signal scaledToPeak(Signal signal, double peak)
     return signal;
 }
 
-Signal finished(Signal signal, double rateHz, double peak, double fadeSeconds)
+Signal centred(Signal signal)
 {
     const double mean =
         std::accumulate(signal.begin(), signal.end(), 0.0) / static_cast<double>(signal.size());
+    for (double& value : signal) {
+        value -= mean;
+    }
+    return signal;
+}
+
+Signal finished(Signal signal, double rateHz, double peak, double fadeSeconds)
+{
+    signal = centred(std::move(signal));
     const std::size_t fade = std::min(samplesFor(fadeSeconds, rateHz), signal.size());
-    for (std::size_t i = 0; i < signal.size(); ++i) {
-        const std::size_t left = signal.size() - i - 1;
-        const double share = static_cast<double>(left) / static_cast<double>(fade);
-        signal[i] = (signal[i] - mean) * (left < fade ? share : 1.0);
+    for (std::size_t left = 0; left < fade; ++left) {
+        signal[signal.size() - 1 - left] *= static_cast<double>(left) / static_cast<double>(fade);
     }
     return scaledToPeak(std::move(signal), peak);
 }

@@ -99,6 +99,9 @@ Signal generate(double seconds, double rateHz, Function function)
 // A small room: echoes that lose their highs, added to the signal, which keeps its length.
 Signal withRoom(const Signal& dry, double rateHz, double seconds, double amount);
 
+// The signal without its mean.
+Signal centred(Signal signal);
+
 // Mean taken away, last `fadeSeconds` faded to silence, highest peak set to `peak`.
 Signal finished(Signal signal, double rateHz, double peak, double fadeSeconds);
 

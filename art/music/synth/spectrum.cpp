@@ -46,8 +46,9 @@ std::vector<Complex> transform(const std::vector<Complex>& lines)
     }
     even = transform(even);
     odd = transform(odd);
-    for (std::size_t i = 0; i < size; ++i) {
-        sums[i] = even[i % half] + (odd[i % half] * turns[i]);
+    for (std::size_t i = 0; i < half; ++i) {
+        sums[i] = even[i] + (odd[i] * turns[i]);
+        sums[i + half] = even[i] + (odd[i] * turns[i + half]);
     }
     return sums;
 }
@@ -80,9 +81,9 @@ Spectrum::Spectrum(const LoopShape& shape, double rateHz)
 {
 }
 
-void Spectrum::addLine(double line, double amplitude, double phase)
+void Spectrum::addLine(long line, double amplitude, double phase)
 {
-    if (line >= 1.0 && line < static_cast<double>(cosines_.size())) {
+    if (line >= 1 && line < static_cast<long>(cosines_.size())) {
         const auto index = static_cast<std::size_t>(line);
         cosines_[index] += amplitude * std::cos(phase);
         sines_[index] += amplitude * std::sin(phase);
@@ -91,16 +92,17 @@ void Spectrum::addLine(double line, double amplitude, double phase)
 
 void Spectrum::addWave(double harmonic, double amplitude, double phase, int offset)
 {
-    addLine(std::round(harmonic * static_cast<double>(shape_.cycles)) + offset, amplitude, phase);
+    const long line = std::lround(harmonic * static_cast<double>(shape_.cycles));
+    addLine(line + offset, amplitude, phase);
 }
 
 void Spectrum::addBand(double harmonic, double amplitude, double cents, Noise& phases)
 {
     const double centre = harmonic * static_cast<double>(shape_.cycles);
     const double width = std::max(0.6, centre * (std::exp2(cents / 1200.0) - 1.0));
-    for (double line = std::floor(centre - (2.5 * width)); line <= centre + (2.5 * width);
-         line += 1.0) {
-        const double distance = (line - centre) / width;
+    const long last = std::lround(centre + (2.5 * width));
+    for (long line = std::lround(centre - (2.5 * width)); line <= last; ++line) {
+        const double distance = (static_cast<double>(line) - centre) / width;
         const double share = std::exp(-distance * distance) / std::sqrt(width);
         addLine(line, amplitude * share, 0.5 * kTau * phases.next());
     }

@@ -32,7 +32,7 @@ public:
     [[nodiscard]] Signal toSignal() const;
 
 private:
-    void addLine(double line, double amplitude, double phase);
+    void addLine(long line, double amplitude, double phase);
 
     LoopShape shape_;
     double rateHz_;

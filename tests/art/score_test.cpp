@@ -1,0 +1,159 @@
+// From a score's text to a module's patterns.
+#include "art/music/score/arrange.h"
+#include "art/music/score/score_reader.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* kHead = "channel kick 02\n"
+                              "channel bell 18 pan 30\n"
+                              "channel echo pan D0 echo bell 3 50\n"
+                              "channel sync\n"
+                              "order one a\n";
+
+XmModule arranged(const std::string& body)
+{
+    return arrange(readScoreText(kHead + body, "song.trk"));
+}
+
+XmCell cellOf(const std::string& body, int row, int channel, std::size_t pattern = 0)
+{
+    return arranged(body).patterns.at(pattern).at(row, channel);
+}
+
+struct CellText {
+    const char* text;
+    XmCell cell;
+};
+
+// One row for each shape of word, and for what a cell leaves out.
+constexpr std::array kCellTexts = {
+    CellText{"C-4",            {49, 2, 0, 0, 0}          },
+    CellText{"x",              {49, 2, 0, 0, 0}          },
+    CellText{"C-0",            {1, 2, 0, 0, 0}           },
+    CellText{"B-7",            {96, 2, 0, 0, 0}          },
+    CellText{"A#3",            {47, 2, 0, 0, 0}          },
+    CellText{"Bb3",            {47, 2, 0, 0, 0}          },
+    CellText{"C-4 1F v40 A0F", {49, 31, 0x38, 0x0A, 0x0F}},
+    CellText{"C-4 .. v00",     {49, 0, 0x10, 0, 0}       },
+    CellText{"===",            {97, 0, 0, 0, 0}          },
+    CellText{"v64",            {0, 0, 0x50, 0, 0}        },
+    CellText{"p15",            {0, 0, 0xCF, 0, 0}        },
+    CellText{"c4",             {0, 0, 0x74, 0, 0}        },
+    CellText{"... .. ... Z80", {0, 0, 0, 0x23, 0x80}     },
+    CellText{"F7D",            {0, 0, 0, 0x0F, 0x7D}     },
+    CellText{"E01",            {0, 0, 0, 0x0E, 0x01}     },
+};
+
+struct Fault {
+    const char* complaint;
+    const char* line; // the seventh of its file
+};
+
+constexpr std::array kFaults = {
+    Fault{"no statement \"wobble\"",         "wobble 3"                    },
+    Fault{"expected: tempo BEATS",           "tempo"                       },
+    Fault{"tempo: \"fast\" is not a number", "tempo fast"                  },
+    Fault{"tempo: \"31\" is out of range",   "tempo 31"                    },
+    Fault{"expected: block NAME ROWS",       "block x"                     },
+    Fault{"rows: \"0\" is out of range",     "block x 0"                   },
+    Fault{"\"a\" is there already",          "pattern a"                   },
+    Fault{"channels come before",            "channel late"                },
+    Fault{"no block \"nothing\"",            "play nothing 00"             },
+    Fault{"cannot play itself",              "play a 00"                   },
+    Fault{"row: \"64\" is out of range",     "kick: 64 x"                  },
+    Fault{"no channel \"drum\"",             "drum: 00 x"                  },
+    Fault{"expected a row and its cell",     "kick: 00"                    },
+    Fault{"more cells than named columns",   "00 | x"                      },
+    Fault{"a column has one name",           "| kick bell"                 },
+    Fault{"\"H-4\" is no note",              "kick: 00 H-4"                },
+    Fault{"\"Z8\" is no note",               "kick: 00 Z8"                 },
+    Fault{"\"Z8g\" is no note",              "kick: 00 Z8g"                },
+    Fault{"\"C-8\" is out of range",         "kick: 00 C-8"                },
+    Fault{"\"Cb0\" is out of range",         "kick: 00 Cb0"                },
+    Fault{"volume column: \"65\"",           "kick: 00 x v65"              },
+    Fault{"no command \"q\"",                "kick: 00 x q10"              },
+    Fault{"instrument: \"00\"",              "kick: 00 x 00"               },
+    Fault{"cannot read gone.trk",            "include gone.trk"            },
+    Fault{"includes go round in a circle",   "include tests/art/circle.trk"},
+};
+
+} // namespace
+
+TEST(Score, ReadsCells)
+{
+    for (const CellText& row : kCellTexts) {
+        EXPECT_EQ(cellOf(std::string("pattern a\nkick: 05 ") + row.text, 5, 0), row.cell)
+            << row.text;
+        EXPECT_EQ(cellOf(std::string("pattern a\n| kick | bell\n05 | ") + row.text + " | x", 5, 0),
+                  row.cell)
+            << row.text;
+    }
+}
+
+TEST(Score, PutsBlocksIntoPatterns)
+{
+    const std::string body = "block hit 4\n"
+                             "kick: 00 C-4 v40, 03 D-4 A01\n"
+                             "pattern a\n"
+                             "play hit 00\n"
+                             "play hit up 12 level 50 08 16 ; twice\n"
+                             "kick: 03 v20, 08 ---\n"
+                             "play hit on sync 32\n";
+    EXPECT_EQ(cellOf(body, 0, 0), (XmCell{49, 2, 0x38, 0, 0}));
+    EXPECT_EQ(cellOf(body, 3, 0), (XmCell{51, 2, 0x24, 0x0A, 0x01})) << "overlaid by column";
+    EXPECT_EQ(cellOf(body, 8, 0), XmCell()) << "taken away";
+    EXPECT_EQ(cellOf(body, 16, 0), (XmCell{61, 2, 0x24, 0, 0})) << "moved and softened";
+    EXPECT_EQ(cellOf(body, 19, 0), (XmCell{63, 2, 0x30, 0x0A, 0x01})) << "a bare note is at 64";
+    EXPECT_EQ(cellOf(body, 32, 3).note, 49) << "on another channel";
+}
+
+TEST(Score, PansNotesInWhicheverColumnIsFree)
+{
+    const std::string body = "pattern a\nbell: 00 C-4, 01 C-4 A01, 02 C-4 v20 A01, 03 v20";
+    EXPECT_EQ(cellOf(body, 0, 1), (XmCell{49, 24, 0, 0x08, 0x30}));
+    EXPECT_EQ(cellOf(body, 1, 1), (XmCell{49, 24, 0xC3, 0x0A, 0x01}));
+    EXPECT_EQ(cellOf(body, 2, 1), (XmCell{49, 24, 0x24, 0x0A, 0x01}));
+    EXPECT_EQ(cellOf(body, 3, 1), (XmCell{0, 0, 0x24, 0, 0}));
+}
+
+TEST(Score, EchoesRingOnIntoTheNextOrder)
+{
+    const std::string body = "order two b a\n"
+                             "pattern a\nbell: 62 C-4 v40 A01, 63 ===\n"
+                             "pattern b\necho: 02 D-4 19\n";
+    const XmModule module = arranged(body);
+    ASSERT_EQ(module.orders, (std::vector<std::uint8_t>{0, 1, 0}));
+    const XmPattern& second = module.patterns[1];
+    EXPECT_EQ(second.at(1, 2), (XmCell{49, 24, 0x24, 0x08, 0xD0}));
+    EXPECT_EQ(second.at(2, 2), (XmCell{51, 25, 0, 0x08, 0xD0})) << "what is written goes first";
+    EXPECT_EQ(module.patterns[0].at(1, 2), XmCell()) << "nothing rings at the beginning";
+}
+
+TEST(Score, SaysWhereAFaultIs)
+{
+    for (const Fault& fault : kFaults) {
+        try {
+            arranged(std::string("pattern a\n") + fault.line + "\n");
+            ADD_FAILURE() << "accepted: " << fault.line;
+        } catch (const ScoreError& error) {
+            const std::string message = error.what();
+            EXPECT_NE(message.find(fault.complaint), std::string::npos) << message;
+            EXPECT_TRUE(message.find("song.trk:7: ") == 0 ||
+                        message.find("circle.trk:2: ") != std::string::npos)
+                << message;
+        }
+    }
+}
+
+TEST(Score, SaysWhichOrderHasNoPattern)
+{
+    try {
+        readScoreText(kHead, "song.trk");
+        FAIL() << "accepted";
+    } catch (const ScoreError& error) {
+        EXPECT_STREQ(error.what(), "song.trk:5: no pattern \"a\"");
+    }
+}
