@@ -63,8 +63,8 @@ TEST(Band, HeldNotesAreInTune)
     int loops = 0;
     for (const XmInstrument& instrument : band()) {
         for (const XmSample& sample : instrument.samples) {
-            if (sample.loopLength == 0) {
-                continue;
+            if (sample.loopLength == 0 || instrument.name == "wind") {
+                continue; // no pitch
             }
             ++loops;
             const double rate = 8363.0 * std::exp2(sample.relativeNote / 12.0); // of C-4

@@ -26,10 +26,10 @@ Zone makeGrowlZone(int root)
     const Signal strings = scaledToPeak(spectrum.toSignal(), 1.0);
     const Signal driven = settled(strings, [&](double value, std::size_t i) {
         const double turn = kTau * static_cast<double>(i) / static_cast<double>(shape.size);
-        const double vowel = 520.0 * std::exp2(1.1 * std::sin(turn));
+        const double vowel = 900.0 * std::exp2(1.2 * std::sin(turn));
         const double shaped =
-            (0.8 * throat.low(value, 1400.0, 0.8)) + (1.3 * mouth.band(value, vowel, 2.2));
-        return box.low(std::tanh(4.5 * shaped), 5200.0);
+            (0.8 * throat.low(value, 1900.0, 0.8)) + (1.8 * mouth.band(value, vowel, 2.2));
+        return box.low(std::tanh(6.0 * shaped), 7500.0);
     });
     return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }
@@ -44,7 +44,7 @@ Zone makeRoundZone(int root)
     Filter second(hz);
     const double pitch = noteHertz(root);
     const Signal signal = generate(0.9, hz, [&](double t) {
-        const double cutoff = 150.0 + (1500.0 * decay(t, 0.09));
+        const double cutoff = 190.0 + (2300.0 * decay(t, 0.1));
         const double bright = second.low(first.low(saw.saw(pitch), cutoff, 1.3), cutoff);
         const double body = (0.6 * bright) + (0.8 * sub.sine(pitch));
         return saturate(body, 2.2) * attack(t, 0.003) * decay(t, 0.55);
@@ -61,10 +61,10 @@ XmInstrument makeSub()
     const double hz = kRate16k.hertz();
     Spectrum spectrum(fitLoop(noteHertz(kRoot), hz, 0.4), hz);
     spectrum.addWave(1.0, 1.0, 0.0);
-    spectrum.addWave(2.0, 0.34, 0.9);
-    spectrum.addWave(3.0, 0.2, 0.4);
-    spectrum.addWave(4.0, 0.07, 2.0);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.95);
+    spectrum.addWave(2.0, 0.42, 0.9);
+    spectrum.addWave(3.0, 0.28, 0.4);
+    spectrum.addWave(4.0, 0.12, 2.0);
+    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.85);
     XmInstrument sub = makeInstrument("sub", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(sub, 0, 24, 48, 8);
     return sub;

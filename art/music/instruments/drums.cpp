@@ -61,7 +61,8 @@ XmInstrument makeCymbal(const std::string& name, Rate rate, double seconds, doub
     const Signal signal = generate(seconds, hz, [&](double t) {
         const double ring = body.high(metal.next(), 6200.0, 1.1);
         const double hiss = air.high(noise.next(), 8200.0);
-        return ((1.1 * ring) + (0.5 * hiss)) * attack(t, 0.0008) * decay(t, ringSeconds);
+        const double plate = saturate((1.1 * ring) + (0.5 * hiss), 2.5);
+        return plate * attack(t, 0.0008) * decay(t, ringSeconds);
     });
     return oneShot(name, rate, finished(signal, hz, peak, 0.2 * seconds));
 }
@@ -184,12 +185,12 @@ XmInstrument makeRim()
 
 XmInstrument makeHat()
 {
-    return makeCymbal("hat", kRate45k, 0.09, 0.022, 0.95);
+    return makeCymbal("hat", kRate45k, 0.1, 0.026, 0.95);
 }
 
 XmInstrument makeOpenHat()
 {
-    return makeCymbal("open-hat", kRate45k, 0.45, 0.13, 0.9);
+    return makeCymbal("open-hat", kRate32k, 0.42, 0.13, 0.9);
 }
 
 XmInstrument makeShaker()
@@ -233,5 +234,5 @@ XmInstrument makeTom()
 
 XmInstrument makeCrash()
 {
-    return makeCymbal("crash", kRate32k, 1.7, 0.45, 0.95);
+    return makeCymbal("crash", kRate32k, 1.4, 0.42, 0.95);
 }

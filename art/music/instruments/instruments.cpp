@@ -37,10 +37,12 @@ constexpr std::array kPlayers = {
     Player{"strings",    makeStrings  },
     Player{"lead",       makeLead     },
     Player{"flute",      makeFlute    },
+    Player{"wind",       makeWind     },
     Player{"crash",      makeCrash    },
     Player{"riser",      makeRiser    },
     Player{"reverse",    makeReverse  },
     Player{"boom",       makeBoom     },
+    Player{"sparks",     makeSparks   },
 };
 
 } // namespace

@@ -37,12 +37,14 @@ XmInstrument makeChoir();
 XmInstrument makeStrings();
 XmInstrument makeLead();
 XmInstrument makeFlute();
+XmInstrument makeWind();
 
 // Events, played at C-4.
 XmInstrument makeCrash();
 XmInstrument makeRiser();
 XmInstrument makeReverse();
 XmInstrument makeBoom();
+XmInstrument makeSparks();
 
 // The instrument of that name, as scores write it ("open-hat"). Throws std::invalid_argument for
 // a name that nothing answers to.

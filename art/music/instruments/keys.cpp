@@ -56,8 +56,8 @@ Zone makePluckZone(int root, Rate rate, double seconds)
     Signal sum(samplesFor(seconds, hz), 0.0);
     for (int h = 1; h * pitch < 0.42 * hz; ++h) {
         const double hertz = h * pitch * std::sqrt(1.0 + (kStiffness * h * h));
-        const double amplitude = std::sin(0.5 * kTau * h * kPlace) / std::pow(h, 1.15);
-        const double ring = 0.75 / (1.0 + (0.16 * std::pow(h, 1.35)));
+        const double amplitude = std::sin(0.5 * kTau * h * kPlace) / std::pow(h, 0.85);
+        const double ring = 0.75 / (1.0 + (0.13 * std::pow(h, 1.2)));
         Oscillator string(hz, 0.13 * h);
         for (std::size_t i = 0; i < sum.size(); ++i) {
             const double t = static_cast<double>(i) / hz;
@@ -99,7 +99,7 @@ constexpr double kSeventh = 1.781797436280679;
 XmInstrument makeBell()
 {
     XmInstrument bell = makeInstrument(
-        "bell", {makeBellZone(noteD(4), kRate22k, 2.6), makeBellZone(noteD(5), kRate22k, 2.3)});
+        "bell", {makeBellZone(noteD(4), kRate22k, 2.4), makeBellZone(noteD(5), kRate22k, 2.3)});
     setEnvelope(bell, 0, 0, 64, 90);
     return bell;
 }

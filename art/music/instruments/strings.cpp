@@ -163,3 +163,22 @@ XmInstrument makeFlute()
     flute.vibratoSweep = 24;
     return flute;
 }
+
+// Cold air moving somewhere far off: noise with no edge, in two soft ridges.
+XmInstrument makeWind()
+{
+    constexpr double kGridHertz = 100.0;
+    constexpr int kRoot = noteC(4);
+    const double hz = kRate32k.hertz();
+    Spectrum spectrum(fitLoop(kGridHertz, hz, 0.9), hz);
+    Noise phases(95);
+    for (int h = 4; h <= spectrum.harmonics(); ++h) {
+        const double hertz = h * spectrum.hertz();
+        const double ridges = bell(hertz, 1300.0, 700.0) + (0.8 * bell(hertz, 6500.0, 4200.0));
+        spectrum.addBand(h, (0.04 + ridges) / std::sqrt(h), 120.0, phases);
+    }
+    XmInstrument wind = makeInstrument(
+        "wind", {makeZone(kRoot, kRate32k, scaledToPeak(spectrum.toSignal(), 0.9), 0)});
+    setEnvelope(wind, 100, 0, 64, 120);
+    return wind;
+}
