@@ -52,7 +52,12 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         spectrum.addBand(h, ensemble.timbre(h, h * spectrum.hertz()), ensemble.cents, phases);
     }
-    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), ensemble.peak), 0);
+    // Random phases heap up here and there; rounding those peaks off lets the rest come nearer.
+    Signal players = scaledToPeak(spectrum.toSignal(), 1.0);
+    for (double& value : players) {
+        value = saturate(value, 1.6);
+    }
+    return makeZone(root, rate, scaledToPeak(centred(players), ensemble.peak), 0);
 }
 
 // A voice with a reed in it: three waves to each harmonic, the outer two beating.
