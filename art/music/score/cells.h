@@ -1,0 +1,19 @@
+// A cell as it is written, and what blocks do with it.
+#pragma once
+
+#include "art/music/score/score.h"
+
+#include <string>
+
+// Puts a cell's text over what is there.
+void putCell(const std::string& text, ScoreCell& cell);
+
+// The same with a cell, column by column.
+void overlay(ScoreCell& below, const ScoreCell& above);
+
+bool isEmpty(const ScoreCell& cell);
+
+ScoreCell transposed(ScoreCell cell, int semitones);
+
+// A note that sets no volume plays at 64.
+ScoreCell softened(ScoreCell cell, int percent);
