@@ -74,7 +74,11 @@ Zone makeLeadZone(int root, Rate rate)
         spectrum.addWave(h, 0.4 * amplitude, 1.9 * h, h < 3 ? 1 : 2);
         spectrum.addWave(h, 0.4 * amplitude, 2.9 * h, h < 3 ? -1 : -2);
     }
-    return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.95), 0);
+    Signal reed = scaledToPeak(spectrum.toSignal(), 1.0);
+    for (double& value : reed) {
+        value = saturate(value, 2.2);
+    }
+    return makeZone(root, rate, scaledToPeak(centred(reed), 0.95), 0);
 }
 
 Zone makeFluteZone(int root, Rate rate)
@@ -117,7 +121,7 @@ XmInstrument makeDrone()
 
 XmInstrument makePad()
 {
-    constexpr Ensemble kPad{warm, 17.0, 1.0, 0.95, 60};
+    constexpr Ensemble kPad{warm, 17.0, 1.0, 0.62, 60};
     XmInstrument pad = makeInstrument("pad", {makeEnsembleZone(kPad, noteA(2), kRate22k),
                                               makeEnsembleZone(kPad, noteF(3), kRate22k),
                                               makeEnsembleZone(kPad, noteD(4), kRate22k)});
@@ -127,7 +131,7 @@ XmInstrument makePad()
 
 XmInstrument makeChoir()
 {
-    constexpr Ensemble kChoir{sung, 13.0, 0.9, 0.95, 70};
+    constexpr Ensemble kChoir{sung, 13.0, 0.9, 0.75, 70};
     XmInstrument choir = makeInstrument("choir", {makeEnsembleZone(kChoir, noteD(4), kRate22k),
                                                   makeEnsembleZone(kChoir, noteA(4), kRate22k)});
     setEnvelope(choir, 16, 0, 64, 70);
@@ -136,7 +140,7 @@ XmInstrument makeChoir()
 
 XmInstrument makeStrings()
 {
-    constexpr Ensemble kStrings{bowed, 10.0, 0.8, 0.95, 80};
+    constexpr Ensemble kStrings{bowed, 10.0, 0.8, 0.72, 80};
     XmInstrument strings =
         makeInstrument("strings", {makeEnsembleZone(kStrings, noteD(4), kRate32k),
                                    makeEnsembleZone(kStrings, noteA(4), kRate32k)});
@@ -152,7 +156,7 @@ XmInstrument makeLead()
     XmInstrument lead =
         makeInstrument("lead", {makeLeadZone(noteD(4), kRate32k), makeLeadZone(noteA(4), kRate32k),
                                 makeLeadZone(noteF(5), kRate32k)});
-    setEnvelope(lead, 1, 10, 50, 16);
+    setEnvelope(lead, 1, 12, 58, 16);
     lead.vibratoDepth = 5;
     lead.vibratoRate = 30;
     lead.vibratoSweep = 40;
