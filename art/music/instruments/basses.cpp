@@ -61,10 +61,12 @@ XmInstrument makeSub()
     const double hz = kRate16k.hertz();
     Spectrum spectrum(fitLoop(noteHertz(kRoot), hz, 0.4), hz);
     spectrum.addWave(1.0, 1.0, 0.0);
-    spectrum.addWave(2.0, 0.42, 0.9);
-    spectrum.addWave(3.0, 0.28, 0.4);
-    spectrum.addWave(4.0, 0.12, 2.0);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.85);
+    spectrum.addWave(2.0, 0.52, 0.9);
+    spectrum.addWave(3.0, 0.38, 0.4);
+    spectrum.addWave(4.0, 0.2, 2.0);
+    spectrum.addWave(5.0, 0.11, 3.1);
+    spectrum.addWave(6.0, 0.06, 4.4);
+    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.95);
     XmInstrument sub = makeInstrument("sub", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(sub, 0, 24, 48, 8);
     return sub;
