@@ -34,25 +34,6 @@ std::vector<Row>& rows()
     return all;
 }
 
-class FormBenchmark : public benchmark::internal::Benchmark {
-public:
-    FormBenchmark(const std::string& name, std::function<void()> work)
-        : Benchmark{name.c_str()}, work_{std::move(work)}
-    {
-    }
-
-    void Run(benchmark::State& state) override
-    {
-        for ([[maybe_unused]] auto frame : state) {
-            work_();
-            benchmark::ClobberMemory();
-        }
-    }
-
-private:
-    std::function<void()> work_;
-};
-
 // Collects the times instead of writing a line for each repetition.
 class Collector : public benchmark::ConsoleReporter {
 public:
@@ -120,10 +101,14 @@ void addForm(const std::string& row, const std::string& form, std::function<void
         rows().push_back({row, {}});
     }
     rows().back().forms.push_back({form, {}});
-    // The library owns what is registered, which the analyser does not see.
-    benchmark::internal::RegisterBenchmarkInternal(
-        new FormBenchmark(row + "/" + form, std::move(work)));
-} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+    const std::string name = row + "/" + form;
+    benchmark::RegisterBenchmark(name.c_str(), [work = std::move(work)](benchmark::State& state) {
+        for ([[maybe_unused]] auto frame : state) {
+            work();
+            benchmark::ClobberMemory();
+        }
+    });
+}
 
 void requireSame(bool same, const char* row)
 {

@@ -2,10 +2,11 @@
 //
 // Rows lie back to back, the top one first. One pixel, by bits per pixel:
 //
-//      8   an index into the palette
-//     15   a little-endian word: red in bits 10-14, green in 5-9, blue in 0-4; bit 15 carries
-//     nothing 16   a little-endian word: red in bits 11-15, green in 5-10, blue in 0-4 24   three
-//     bytes: red, green, blue 32   four bytes: red, green, blue, alpha (255 is opaque)
+// -  8: an index into the palette
+// - 15: a little-endian word, red in bits 10-14, green in 5-9, blue in 0-4; bit 15 carries nothing
+// - 16: a little-endian word, red in bits 11-15, green in 5-10, blue in 0-4
+// - 24: three bytes, red, green, blue
+// - 32: four bytes, red, green, blue, alpha (255 is opaque)
 //
 // Whatever fails here writes a message to standard error and ends the process with status 0.
 #pragma once

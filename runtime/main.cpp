@@ -37,7 +37,7 @@ void mainLoop()
     bool ending = false;
     while (!ending) {
         runFrame();
-        ending = viewerWantsOut() || quitRequested;
+        ending = viewerWantsOut() || quitRequested != 0;
     }
     stopMusic();
 }

@@ -13,7 +13,8 @@ public:
     virtual ~Part() = default;
 
     // One sync event of the music, 64 to 255. Only the current scene hears it, before it draws.
-    // Called with the queue's lock held: short, draws nothing, leaves the queue alone.
+    // Called with the queue's lock held: short, draws nothing, leaves the queue alone and never
+    // ends the process.
     virtual void syncEvent(int value) = 0;
 
     // Draws the whole frame of demo time `seconds`: clears, draws, and swaps the buffers.

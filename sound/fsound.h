@@ -4,7 +4,7 @@
 //
 // All calls belong to the main thread; the callback runs on the mixer thread. They answer true when
 // they did what was asked, and otherwise leave everything as it was and set the error: so too for
-// null and freed handles and for calls out of order.
+// null and freed handles, and for a second or a missing FSOUND_Init.
 #pragma once
 
 struct FMUSIC_MODULE;

@@ -30,8 +30,8 @@ private:
     std::mutex inner_;
 };
 
-// Plays one module at a time. Every call may come at any time; those of the main thread return
-// within one piece's mixing, however much the mixer has to do.
+// Plays one module at a time. Every call may come at any time; those of the main thread wait
+// for one piece's mixing at most, however much the mixer has to do.
 class Mixer {
 public:
     // The main thread's calls. Modules are borrowed until they are stopped.
@@ -47,8 +47,8 @@ public:
     // 32 frames in which it begins. The callback runs without the lock, so it may wait, and it may
     // use the calls above; the last ones of a row may come after its module was stopped.
     //
-    // A row counts as new when the order or the row number changes, so the row of a pattern of a
-    // single row that follows itself is performed once.
+    // A row counts as new when the order or the row number changes, so a row that repeats itself,
+    // by a jump or a loop onto itself or as a module's only one, is performed once.
     void mix(std::span<std::int16_t> samples);
 
 private:

@@ -13,7 +13,7 @@ void raiseCurtain();
 // What the viewport shows, 640 x 272 pixels, top row first.
 struct Picture {
     std::vector<Pixel> pixels;
-    Pixel at(int x, int y) const;
+    [[nodiscard]] Pixel at(int x, int y) const;
 };
 Picture lookAtViewport();
 

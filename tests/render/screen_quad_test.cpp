@@ -18,7 +18,7 @@ constexpr Pixel kWhite = {255, 255, 255, 255};
 struct Rectangle {
     int x, y, width, height;
 
-    bool holds(int px, int py) const
+    [[nodiscard]] bool holds(int px, int py) const
     {
         return px >= x && px < x + width && py >= y && py < y + height;
     }

@@ -84,7 +84,8 @@ private:
     }
 
     PlainFigure figure_ = coolFigure();
-    std::vector<std::uint8_t> pixels_ = std::vector<std::uint8_t>(kWidth * kHeight * 4);
+    std::vector<std::uint8_t> pixels_ =
+        std::vector<std::uint8_t>(std::size_t{kWidth} * kHeight * 4);
     float pulse_ = 0.0F;
     float spin_ = 0.0F;
     float zoom_ = 0.0F;

@@ -89,7 +89,9 @@ void readEvents()
     while (std::sscanf(text, "%u:%u%n", &pass, &type, &used) == 2) {
         pendingEvents.emplace(pass, static_cast<Uint8>(type));
         text += used;
-        text += *text == ',';
+        if (*text == ',') {
+            ++text;
+        }
     }
 }
 
@@ -105,6 +107,8 @@ void feedAudio()
 
 } // namespace
 
+// The libraries' headers name their parameters as they like.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 std::time_t time(std::time_t* now)
@@ -356,3 +360,4 @@ void glFlush()
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
