@@ -1,5 +1,5 @@
 #include "runtime/demo_clock.h"
-#include "tests/runtime/fakes.h"
+#include "tests/runtime/fake_ticks.h"
 
 #include <gtest/gtest.h>
 

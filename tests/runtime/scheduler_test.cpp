@@ -3,7 +3,7 @@
 #include "runtime/part.h"
 #include "runtime/scheduler.h"
 #include "runtime/sync_queue.h"
-#include "tests/runtime/fakes.h"
+#include "tests/runtime/fake_ticks.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -14,34 +14,38 @@ namespace {
 constexpr int kWidth = 512;
 constexpr int kHeight = 256;
 
+constexpr float kAsItWas = -1.0F;
+
+struct Kick {
+    int event;
+    float pulse, spin, zoom; // 1 is a full kick
+    float zooming;           // 1 on, 0 off
+    float base;              // depth
+};
+
+constexpr Kick kKicks[] = {
+    {128, 1.0F, 1.0F,     kAsItWas, 0.0F,     kAsItWas},
+    {129, 0.0F, kAsItWas, 1.0F,     1.0F,     kAsItWas},
+    {130, 1.0F, kAsItWas, 1.0F,     1.0F,     kAsItWas},
+    {131, 1.0F, 1.0F,     kAsItWas, kAsItWas, -7.5F   },
+    {132, 1.0F, 1.0F,     kAsItWas, kAsItWas, -4.0F   },
+};
+
 class Opening {
 public:
     void hear(int event)
     {
-        switch (event) {
-        case 128:
-            zooming_ = false;
-            pulse_ = spin_ = 1.0F;
-            break;
-        case 129:
-            zooming_ = true;
-            zoom_ = 1.0F;
-            pulse_ = 0.0F;
-            break;
-        case 130:
-            zooming_ = true;
-            zoom_ = pulse_ = 1.0F;
-            break;
-        case 131:
-            base_ = -7.5F;
-            pulse_ = spin_ = 1.0F;
-            break;
-        case 132:
-            base_ = -4.0F;
-            pulse_ = spin_ = 1.0F;
-            break;
-        default:
-            break;
+        const auto set = [](float& field, float value) {
+            field = value == kAsItWas ? field : value;
+        };
+        for (const Kick& kick : kKicks) {
+            if (kick.event == event) {
+                set(pulse_, kick.pulse);
+                set(spin_, kick.spin);
+                set(zoom_, kick.zoom);
+                set(zooming_, kick.zooming);
+                set(base_, kick.base);
+            }
         }
     }
 
@@ -53,7 +57,7 @@ public:
         const double ay = 0.05 * std::sin(u + 73.23);
         const double az = std::sin(double(spin_)) + 0.05 * std::sin(u + 3.12);
         const int thickness = static_cast<int>(4.0 * pulse_ + 3.0);
-        const float z = zooming_ ? static_cast<float>(base_ + 4.0 * (1.0F - zoom_)) : base_;
+        const float z = zooming_ > 0.0F ? static_cast<float>(base_ + 4.0 * (1.0F - zoom_)) : base_;
         const auto x = static_cast<float>(0.05 * std::sin(13213.13 * t));
         const auto y = static_cast<float>(0.05 * std::sin(23332.23 * t));
         if (before_ > 0.0F) {
@@ -89,7 +93,7 @@ private:
     float pulse_ = 0.0F;
     float spin_ = 0.0F;
     float zoom_ = 0.0F;
-    bool zooming_ = false;
+    float zooming_ = 0.0F;
     float base_ = -15.0F;
     float before_ = 0.0F;
 };

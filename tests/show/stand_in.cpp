@@ -57,10 +57,11 @@ bool fails(const char* call)
     return std::strcmp(setting("STAND_IN_FAIL", ""), call) == 0;
 }
 
-std::size_t imageBytes(GLsizei width, GLsizei height, GLenum format)
+unsigned long long fingerprint(const void* pixels, GLsizei width, GLsizei height, GLenum format)
 {
-    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
-           (format == GL_RGBA ? 4U : 3U);
+    const std::size_t bytesPerPixel = format == GL_RGBA ? 4 : 3;
+    return fnv1a(pixels, bytesPerPixel * static_cast<std::size_t>(width) *
+                             static_cast<std::size_t>(height));
 }
 
 // The virtual world: how many passes are over, and what the program has opened in it.
@@ -107,6 +108,13 @@ void feedAudio()
 
 } // namespace
 
+// A call that does nothing but become a line of the log.
+#define NOTED(name, parameters, ...)                                                               \
+    void name parameters                                                                           \
+    {                                                                                              \
+        say(#name __VA_ARGS__);                                                                    \
+    }
+
 // The libraries' headers name their parameters as they like.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
@@ -120,10 +128,7 @@ std::time_t time(std::time_t* now)
     return kNow;
 }
 
-void srand(unsigned seed)
-{
-    say("srand %u", seed);
-}
+NOTED(srand, (unsigned seed), " %u", seed)
 
 // SDL
 
@@ -133,10 +138,7 @@ int SDL_Init(Uint32 flags)
     return fails("SDL_Init") ? -1 : 0;
 }
 
-void SDL_Quit()
-{
-    say("SDL_Quit");
-}
+NOTED(SDL_Quit, ())
 
 int SDL_GL_SetAttribute(SDL_GLattr attribute, int value)
 {
@@ -184,10 +186,7 @@ void SDL_Delay(Uint32 milliseconds)
     delayed += milliseconds;
 }
 
-void SDL_GL_SwapBuffers()
-{
-    say("SDL_GL_SwapBuffers");
-}
+NOTED(SDL_GL_SwapBuffers, ())
 
 int SDL_OpenAudio(SDL_AudioSpec* desired, SDL_AudioSpec* obtained)
 {
@@ -214,60 +213,43 @@ void SDL_CloseAudio()
 
 // OpenGL
 
-void glClearColor(GLclampf red, GLclampf green, GLclampf blue, GLclampf alpha)
-{
-    say("glClearColor %g %g %g %g", red, green, blue, alpha);
-}
-
-void glShadeModel(GLenum mode)
-{
-    say("glShadeModel 0x%x", mode);
-}
-
-void glViewport(GLint x, GLint y, GLsizei width, GLsizei height)
-{
-    say("glViewport %d %d %d %d", x, y, width, height);
-}
-
-void glMatrixMode(GLenum mode)
-{
-    say("glMatrixMode 0x%x", mode);
-}
-
-void glLoadIdentity()
-{
-    say("glLoadIdentity");
-}
-
-void gluPerspective(GLdouble fieldOfView, GLdouble aspect, GLdouble zNear, GLdouble zFar)
-{
-    say("gluPerspective %.9g %.9g %.9g %.9g", fieldOfView, aspect, zNear, zFar);
-}
-
-void glEnable(GLenum capability)
-{
-    say("glEnable 0x%x", capability);
-}
-
-void glDisable(GLenum capability)
-{
-    say("glDisable 0x%x", capability);
-}
-
-void glBlendFunc(GLenum source, GLenum destination)
-{
-    say("glBlendFunc 0x%x 0x%x", source, destination);
-}
-
-void glHint(GLenum target, GLenum mode)
-{
-    say("glHint 0x%x 0x%x", target, mode);
-}
-
-void glClear(GLbitfield mask)
-{
-    say("glClear 0x%x", mask);
-}
+NOTED(glClearColor, (GLclampf r, GLclampf g, GLclampf b, GLclampf a), " %g %g %g %g", r, g, b, a)
+NOTED(glShadeModel, (GLenum mode), " 0x%x", mode)
+NOTED(glViewport, (GLint x, GLint y, GLsizei w, GLsizei h), " %d %d %d %d", x, y, w, h)
+NOTED(glMatrixMode, (GLenum mode), " 0x%x", mode)
+NOTED(glLoadIdentity, ())
+NOTED(gluPerspective, (GLdouble fovY, GLdouble aspect, GLdouble zNear, GLdouble zFar),
+      " %.9g %.9g %.9g %.9g", fovY, aspect, zNear, zFar)
+NOTED(glEnable, (GLenum capability), " 0x%x", capability)
+NOTED(glDisable, (GLenum capability), " 0x%x", capability)
+NOTED(glBlendFunc, (GLenum source, GLenum target), " 0x%x 0x%x", source, target)
+NOTED(glHint, (GLenum target, GLenum mode), " 0x%x 0x%x", target, mode)
+NOTED(glClear, (GLbitfield mask), " 0x%x", mask)
+NOTED(glBindTexture, (GLenum target, GLuint name), " 0x%x %u", target, name)
+NOTED(glTexParameteri, (GLenum target, GLenum name, GLint value), " 0x%x 0x%x 0x%x", target, name,
+      value)
+NOTED(glTexEnvf, (GLenum target, GLenum name, GLfloat value), " 0x%x 0x%x 0x%x", target, name,
+      static_cast<unsigned>(value))
+NOTED(glTexImage2D,
+      (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border,
+       GLenum format, GLenum type, const GLvoid* pixels),
+      " 0x%x %d 0x%x %d %d %d 0x%x 0x%x %016llx", target, level, internal, w, h, border, format,
+      type, fingerprint(pixels, w, h, format))
+NOTED(glTexSubImage2D,
+      (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format,
+       GLenum type, const GLvoid* pixels),
+      " 0x%x %d %d %d %d %d 0x%x 0x%x %016llx", target, level, x, y, w, h, format, type,
+      fingerprint(pixels, w, h, format))
+NOTED(glPushMatrix, ())
+NOTED(glPopMatrix, ())
+NOTED(glTranslatef, (GLfloat x, GLfloat y, GLfloat z), " %.9g %.9g %.9g", x, y, z)
+NOTED(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z), " %.9g %g %g %g", angle, x, y, z)
+NOTED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), " %g %g %g %g", r, g, b, a)
+NOTED(glBegin, (GLenum mode), " 0x%x", mode)
+NOTED(glEnd, ())
+NOTED(glTexCoord2fv, (const GLfloat* v), " %.9g %.9g", v[0], v[1])
+NOTED(glVertex3fv, (const GLfloat* v), " %.9g %.9g %.9g", v[0], v[1], v[2])
+NOTED(glFlush, ())
 
 void glGenTextures(GLsizei count, GLuint* names)
 {
@@ -276,87 +258,6 @@ void glGenTextures(GLsizei count, GLuint* names)
     for (GLsizei i = 0; i < count; ++i) {
         names[i] = next++;
     }
-}
-
-void glBindTexture(GLenum target, GLuint name)
-{
-    say("glBindTexture 0x%x %u", target, name);
-}
-
-void glTexParameteri(GLenum target, GLenum name, GLint value)
-{
-    say("glTexParameteri 0x%x 0x%x 0x%x", target, name, value);
-}
-
-void glTexEnvf(GLenum target, GLenum name, GLfloat value)
-{
-    say("glTexEnvf 0x%x 0x%x 0x%x", target, name, static_cast<unsigned>(value));
-}
-
-void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
-                  GLint border, GLenum format, GLenum type, const GLvoid* pixels)
-{
-    say("glTexImage2D 0x%x %d 0x%x %d %d %d 0x%x 0x%x %016llx", target, level, internalFormat,
-        width, height, border, format, type,
-        static_cast<unsigned long long>(fnv1a(pixels, imageBytes(width, height, format))));
-}
-
-void glTexSubImage2D(GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
-                     GLenum format, GLenum type, const GLvoid* pixels)
-{
-    say("glTexSubImage2D 0x%x %d %d %d %d %d 0x%x 0x%x %016llx", target, level, x, y, width, height,
-        format, type,
-        static_cast<unsigned long long>(fnv1a(pixels, imageBytes(width, height, format))));
-}
-
-void glPushMatrix()
-{
-    say("glPushMatrix");
-}
-
-void glPopMatrix()
-{
-    say("glPopMatrix");
-}
-
-void glTranslatef(GLfloat x, GLfloat y, GLfloat z)
-{
-    say("glTranslatef %.9g %.9g %.9g", x, y, z);
-}
-
-void glRotatef(GLfloat degrees, GLfloat x, GLfloat y, GLfloat z)
-{
-    say("glRotatef %.9g %g %g %g", degrees, x, y, z);
-}
-
-void glColor4f(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha)
-{
-    say("glColor4f %g %g %g %g", red, green, blue, alpha);
-}
-
-void glBegin(GLenum mode)
-{
-    say("glBegin 0x%x", mode);
-}
-
-void glEnd()
-{
-    say("glEnd");
-}
-
-void glTexCoord2fv(const GLfloat* v)
-{
-    say("glTexCoord2fv %.9g %.9g", v[0], v[1]);
-}
-
-void glVertex3fv(const GLfloat* v)
-{
-    say("glVertex3fv %.9g %.9g %.9g", v[0], v[1], v[2]);
-}
-
-void glFlush()
-{
-    say("glFlush");
 }
 
 } // extern "C"
