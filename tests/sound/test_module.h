@@ -1,46 +1,96 @@
-// Small XM modules for tests: patterns written as tables of cells, and instruments whose single
-// sample is a looped saw, so that every note sounds and a filter on it would be heard.
+// Small modules for tests, with patterns written as text.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <vector>
+#include "art/music/xm.h"
 
-constexpr std::uint8_t kZxx = 0x23; // the effect's number in a file
+#include <algorithm>
+#include <sstream>
 
-struct TestCell {
-    int row = 0;
-    int channel = 0;
-    std::uint8_t note = 0; // played by instrument 1
-    std::uint8_t effect = 0;
-    std::uint8_t parameter = 0;
-};
+using Bytes = std::vector<std::uint8_t>;
 
-struct TestPattern {
-    int rows = 8;
-    std::vector<TestCell> cells;
-};
+// Places within a file, and the sizes of what follows the patterns: one instrument of one sample.
+constexpr int kPatternsAt = 60 + 276;
+constexpr int kInstrumentBytes = 263;
+constexpr int kSampleHeaderBytes = 40;
+constexpr int kSampleBytes = 128;
 
-struct TestModule {
-    std::vector<TestPattern> patterns;
-    std::vector<std::uint8_t> orders = {0};
-    int speed = 6;
-    int channels = 4;
-    int instruments = 1;
-    std::string tracker = "FastTracker v2.00";
-    unsigned version = 0x0104;
-    bool packed = true; // otherwise all five bytes of every cell
+// A module of four channels that plays its patterns in turn. In their text a bar ends a pattern and
+// a slash a row; a cell is an effect as trackers show it ("Z7F") or "...", and those at a row's end
+// may be left out. Every channel plays a saw from the first row on: a filter on it would be heard.
+inline XmModule makeModule(int speed, const std::string& text)
+{
+    XmModule module;
+    module.channels = 4;
+    module.speed = speed;
+    XmSample& saw = module.instruments.emplace_back().samples.emplace_back();
+    for (; saw.loopLength < kSampleBytes / 2; ++saw.loopLength) {
+        saw.data.push_back(static_cast<std::int16_t>(1000 * (saw.loopLength - 32)));
+    }
+    std::istringstream patterns(text);
+    for (std::string rows; std::getline(patterns, rows, '|');) {
+        module.orders.push_back(static_cast<std::uint8_t>(module.patterns.size()));
+        const auto slashes = static_cast<int>(std::ranges::count(rows, '/'));
+        XmPattern& pattern = module.patterns.emplace_back(slashes + 1, module.channels);
+        std::istringstream words(rows);
+        int row = 0;
+        int channel = 0;
+        for (std::string word; words >> word; ++channel) {
+            if (word == "/") {
+                ++row;
+                channel = -1;
+            } else if (word != "...") {
+                XmCell& cell = pattern.at(row, channel);
+                cell.effect = static_cast<std::uint8_t>(std::stoi(word.substr(0, 1), nullptr, 36));
+                cell.parameter = static_cast<std::uint8_t>(std::stoi(word.substr(1), nullptr, 16));
+            }
+        }
+    }
+    for (int channel = 0; channel < module.channels; ++channel) {
+        module.patterns[0].at(0, channel).note = kXmNoteC4;
+        module.patterns[0].at(0, channel).instrument = 1;
+    }
+    return module;
+}
 
-    [[nodiscard]] std::vector<std::uint8_t> build() const;
-    [[nodiscard]] TestModule withoutZxx() const;
-};
+inline std::string withoutZxx(std::string text)
+{
+    while (text.find('Z') != std::string::npos) {
+        text.replace(text.find('Z'), 3, "...");
+    }
+    return text;
+}
 
-// Places within a file of version 0x0104.
-constexpr std::size_t kPatternsAt = 60 + 276;
-constexpr std::size_t kInstrumentHeaderBytes = 263;
-constexpr std::size_t kSampleHeaderBytes = 40;
-constexpr std::size_t kSampleBytes = 64;
-
-// Writes a file into a temporary folder that goes away with the process, and gives its path.
-std::string writeTemporary(const std::string& name, const std::vector<std::uint8_t>& bytes);
+// The module's file in the layout of `version`, with packed cells or with all five bytes of each.
+// Its patterns are so small that a byte tells the length of their cells.
+inline Bytes writeAs(const XmModule& module, int version, bool packed)
+{
+    const Bytes written = writeXm(module);
+    auto at = written.begin() + kPatternsAt;
+    Bytes file(written.begin(), at);
+    file[58] = static_cast<std::uint8_t>(version);
+    Bytes patterns;
+    for (const XmPattern& pattern : module.patterns) {
+        patterns.insert(patterns.end(), at, at + 7);
+        if (version == 0x0102) { // a single byte for the rows, less one
+            patterns.pop_back();
+            --patterns.back();
+            --patterns.end()[-6];
+        }
+        const auto packedCells = at + 9;
+        at = packedCells + at[7];
+        Bytes cells(packedCells, packed ? at : packedCells);
+        for (int i = 0; i < pattern.rows() * module.channels && !packed; ++i) {
+            const auto [note, instrument, volume, effect, parameter] =
+                pattern.at(i / module.channels, i % module.channels);
+            cells.insert(cells.end(), {note, instrument, volume, effect, parameter});
+        }
+        patterns.insert(patterns.end(), {static_cast<std::uint8_t>(cells.size()), 0});
+        patterns.insert(patterns.end(), cells.begin(), cells.end());
+    }
+    // In older files the patterns stand between all headers and all samples.
+    const auto split = at + (version < 0x0104 ? kInstrumentBytes + kSampleHeaderBytes : 0);
+    file.insert(file.end(), at, split);
+    file.insert(file.end(), patterns.begin(), patterns.end());
+    file.insert(file.end(), split, written.end());
+    return file;
+}
