@@ -1,0 +1,153 @@
+// The show's script, as it stands in the module that is played.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <libopenmpt/libopenmpt.hpp>
+#include <string>
+#include <vector>
+
+namespace {
+
+using openmpt::module;
+
+constexpr const char* kFile = "data/olvu.xm";
+constexpr int kEndOrder = 30;
+constexpr int kEndEvent = 8;
+constexpr int kFirstEvent = 64; // what moves a scene; below it are the choices of one, and the end
+constexpr double kRowSeconds = 0.12;
+
+struct Section {
+    int firstOrder;
+    int scene;
+    int firstEvent; // what the scene listens to
+    int lastEvent;
+};
+
+constexpr std::array kSections = {
+    Section{0,  0, 128, 132},
+    Section{3,  1, 128, 137},
+    Section{6,  2, 128, 131},
+    Section{10, 3, 131, 131},
+    Section{13, 4, 128, 131},
+    Section{18, 5, 128, 137},
+    Section{26, 6, 256, 255},
+    Section{30, 7, 256, 255},
+};
+
+// A row as the player shows it: "C-5 02v40 F06" for a cell, "... .. .. ..." for an empty one.
+struct Row {
+    int order;
+    int row;
+    bool heard;          // a note begins
+    std::string effects; // of all channels but the last: "F06 F7D G40 "
+    std::string sync;    // the last channel's cell
+    int event;           // the value of its Zxx, or -1
+};
+
+module loadShow()
+{
+    std::ifstream stream(kFile, std::ios::binary);
+    return {
+        std::vector<char>{std::istreambuf_iterator<char>(stream), {}}
+    };
+}
+
+std::vector<Row> readScript(const module& song)
+{
+    constexpr std::size_t kEffect = 10; // column
+    const int last = song.get_num_channels() - 1;
+    std::vector<Row> script;
+    for (int order = 0; order < song.get_num_orders(); ++order) {
+        const int pattern = song.get_order_pattern(order);
+        for (int r = 0; r < song.get_pattern_num_rows(pattern); ++r) {
+            Row row{order, r, false, "", song.format_pattern_row_channel(pattern, r, last), -1};
+            for (int channel = 0; channel < last; ++channel) {
+                const std::string cell = song.format_pattern_row_channel(pattern, r, channel);
+                row.heard = row.heard || (cell[0] >= 'A' && cell[0] <= 'G');
+                row.effects += cell.substr(kEffect) + " ";
+            }
+            if (row.sync[kEffect] == 'Z') {
+                row.event = std::stoi(row.sync.substr(kEffect + 1), nullptr, 16);
+            }
+            script.push_back(row);
+        }
+    }
+    return script;
+}
+
+const Section& sectionOf(const Row& row)
+{
+    const auto begun = [&row](const Section& section) { return section.firstOrder <= row.order; };
+    return *std::find_if(kSections.rbegin(), kSections.rend(), begun);
+}
+
+// The loudest sample of `seconds` from here on.
+float loudest(module& song, double seconds)
+{
+    constexpr int kRateHz = 44100;
+    std::vector<float> sound(static_cast<std::size_t>(seconds * kRateHz));
+    song.read(kRateHz, sound.size(), sound.data());
+    const auto [low, high] = std::minmax_element(sound.begin(), sound.end());
+    return std::max(-*low, *high);
+}
+
+} // namespace
+
+TEST(Script, HasItsOrdersInASmallFile)
+{
+    EXPECT_EQ(loadShow().get_num_orders(), kEndOrder + 1);
+    EXPECT_LT(std::filesystem::file_size(kFile), 2U * 1024 * 1024);
+}
+
+// Playback may begin at any section's first row; a scene is chosen there and nowhere else.
+TEST(Script, SelectsEachSceneWhereItsSectionBegins)
+{
+    for (const Row& row : readScript(loadShow())) {
+        SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
+        const Section& section = sectionOf(row);
+        if (row.row != 0 || row.order != section.firstOrder) {
+            EXPECT_TRUE(row.event == -1 || row.event >= kEndEvent) << row.event;
+            continue;
+        }
+        EXPECT_EQ(row.event, section.scene);
+        for (const char* setting : {"F06 ", "F7D ", "G40 "}) {
+            EXPECT_TRUE(row.order == kEndOrder || row.effects.find(setting) != std::string::npos)
+                << setting;
+        }
+    }
+}
+
+TEST(Script, MovesThePictureOnlyWithAHitAndOnlyFromItsLastChannel)
+{
+    for (const Row& row : readScript(loadShow())) {
+        SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
+        EXPECT_EQ(row.effects.find('Z'), std::string::npos);
+        EXPECT_TRUE(row.sync == "... .. .. ..." || row.event >= 0) << row.sync;
+        EXPECT_EQ(row.sync.substr(0, 10), "... .. .. ");
+        if (row.event >= kFirstEvent) {
+            EXPECT_TRUE(row.heard);
+            EXPECT_GE(row.event, sectionOf(row).firstEvent);
+            EXPECT_LE(row.event, sectionOf(row).lastEvent);
+        }
+    }
+}
+
+TEST(Script, EndsAfterTwoOrThreeSecondsOfSilence)
+{
+    module song = loadShow();
+    const std::vector<Row> script = readScript(song);
+    const auto end = std::find_if(script.begin(), script.end(),
+                                  [](const Row& row) { return row.event == kEndEvent; });
+    ASSERT_NE(end, script.end());
+    ASSERT_EQ(end->order, kEndOrder);
+    EXPECT_GE(end->row * kRowSeconds, 2.0);
+    EXPECT_LE(end->row * kRowSeconds, 3.0);
+
+    song.set_position_order_row(kEndOrder - 1, 0);
+    EXPECT_GT(loudest(song, 64 * kRowSeconds), 0.05F);
+    loudest(song, 0.05); // the player's own ramps
+    EXPECT_LT(loudest(song, end->row * kRowSeconds), 0.0005F);
+}
