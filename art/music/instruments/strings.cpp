@@ -145,9 +145,7 @@ XmInstrument makeStrings()
         makeInstrument("strings", {makeEnsembleZone(kStrings, noteD(4), kRate32k),
                                    makeEnsembleZone(kStrings, noteA(4), kRate32k)});
     setEnvelope(strings, 6, 0, 64, 24);
-    strings.vibratoDepth = 3;
-    strings.vibratoRate = 28;
-    strings.vibratoSweep = 30;
+    setVibrato(strings, 3, 28, 30);
     return strings;
 }
 
@@ -157,9 +155,7 @@ XmInstrument makeLead()
         makeInstrument("lead", {makeLeadZone(noteD(4), kRate32k), makeLeadZone(noteA(4), kRate32k),
                                 makeLeadZone(noteF(5), kRate32k)});
     setEnvelope(lead, 1, 12, 58, 16);
-    lead.vibratoDepth = 5;
-    lead.vibratoRate = 30;
-    lead.vibratoSweep = 40;
+    setVibrato(lead, 5, 30, 40);
     return lead;
 }
 
@@ -167,9 +163,7 @@ XmInstrument makeFlute()
 {
     XmInstrument flute = makeInstrument("flute", {makeFluteZone(noteD(5), kRate32k)});
     setEnvelope(flute, 3, 0, 64, 20);
-    flute.vibratoDepth = 4;
-    flute.vibratoRate = 26;
-    flute.vibratoSweep = 24;
+    setVibrato(flute, 4, 26, 24);
     return flute;
 }
 

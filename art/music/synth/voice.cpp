@@ -58,3 +58,10 @@ void setEnvelope(XmInstrument& instrument, int attackTicks, int decayTicks, int 
     instrument.volume.sustain = static_cast<int>(points.size()) - 1;
     instrument.fadeout = std::min(kFadeFull / releaseTicks, kFastestFade);
 }
+
+void setVibrato(XmInstrument& instrument, int depth, int rate, int sweepTicks)
+{
+    instrument.vibratoDepth = depth;
+    instrument.vibratoRate = rate;
+    instrument.vibratoSweep = sweepTicks;
+}

@@ -59,3 +59,6 @@ XmInstrument makeInstrument(const std::string& name, std::vector<Zone> zones);
 // release dies away over `releaseTicks`. There are 50 ticks in a second.
 void setEnvelope(XmInstrument& instrument, int attackTicks, int decayTicks, int sustain,
                  int releaseTicks);
+
+// A pitch that wavers, in the format's own units, and reaches its depth after `sweepTicks`.
+void setVibrato(XmInstrument& instrument, int depth, int rate, int sweepTicks);
