@@ -10,12 +10,9 @@ static const std::string kPatterns = "... ... ... Z09 / / ZC8 ... Z07 | / Z00 Y0
 // Everything else stays: unpacked, the file becomes the one that never had them.
 TEST(XmPatterns, TakesZxxCellsInEveryLayout)
 {
-    const std::vector<ZxxCell> expected = {
-        {0, 0, 9  },
-        {0, 2, 200},
-        {0, 2, 7  },
-        {1, 1, 0  }
-    };
+    // clang-format off
+    const std::vector<ZxxCell> expected = {{0, 0, 9}, {0, 2, 200}, {0, 2, 7}, {1, 1, 0}};
+    // clang-format on
     for (const int version : kVersions) {
         for (const bool packed : {false, true}) {
             Bytes file = writeAs(makeModule(6, kPatterns), version, packed);
