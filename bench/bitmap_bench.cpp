@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -54,24 +55,21 @@ void scatter(std::uint8_t* pixels)
 
 void addColourKeyRow(const char* row, void (*paint)(std::uint8_t*))
 {
-    static std::vector<Bitmap> bitmaps(2);
-    static std::size_t next = 0;
-    Bitmap& bitmap = bitmaps[next];
-    bitmap.create(kWidth, kHeight, 32);
-    bitmap.clear();
-    paint(bitmap.getPixels());
-    bitmap.setAlpha(1.0F);
+    const auto bitmap = std::make_shared<Bitmap>();
+    bitmap->create(kWidth, kHeight, 32);
+    bitmap->clear();
+    paint(bitmap->getPixels());
+    bitmap->setAlpha(1.0F);
 
-    std::vector<std::uint8_t> expected(bitmap.getPixels(), bitmap.getPixels() + kBytes);
+    std::vector<std::uint8_t> expected(bitmap->getPixels(), bitmap->getPixels() + kBytes);
     PlainBitmap{expected.data(), kWidth, kHeight}.setColourKeyAlpha(0, 0, 0, 0);
-    bitmap.setColourKeyAlpha(0, 0, 0, 0);
-    requireSame(std::equal(expected.begin(), expected.end(), bitmap.getPixels()), row);
+    bitmap->setColourKeyAlpha(0, 0, 0, 0);
+    requireSame(std::equal(expected.begin(), expected.end(), bitmap->getPixels()), row);
 
-    addForm(row, "kso", [&bitmap] { bitmap.setColourKeyAlpha(0, 0, 0, 0); });
-    static std::vector<PlainBitmap> plains(2);
-    PlainBitmap& plain = plains[next++];
-    plain = {bitmap.getPixels(), kWidth, kHeight};
-    addForm(row, "plain", [&plain] { plain.setColourKeyAlpha(0, 0, 0, 0); });
+    addForm(row, "kso", [bitmap] { bitmap->setColourKeyAlpha(0, 0, 0, 0); });
+    const auto plain = std::make_shared<PlainBitmap>();
+    *plain = {bitmap->getPixels(), kWidth, kHeight}; // the other form keeps them alive
+    addForm(row, "plain", [plain] { plain->setColourKeyAlpha(0, 0, 0, 0); });
 }
 
 } // namespace

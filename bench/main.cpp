@@ -19,7 +19,6 @@ constexpr const char* kOwnForm = "kso";
 
 struct Form {
     std::string name;
-    std::vector<double> seconds; // per frame, one for each repetition
 };
 
 struct Row {
@@ -100,7 +99,7 @@ void addForm(const std::string& row, const std::string& form, std::function<void
     if (rows().empty() || rows().back().name != row) {
         rows().push_back({row, {}});
     }
-    rows().back().forms.push_back({form, {}});
+    rows().back().forms.push_back({form});
     const std::string name = row + "/" + form;
     benchmark::RegisterBenchmark(name.c_str(), [work = std::move(work)](benchmark::State& state) {
         for ([[maybe_unused]] auto frame : state) {

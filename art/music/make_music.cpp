@@ -4,6 +4,7 @@
 #include "art/music/score/score_reader.h"
 #include "art/music/xm.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -23,9 +24,36 @@ void addInstruments(const Score& score, XmModule& module)
     }
 }
 
+bool isDeclared(const Score& score, int number)
+{
+    return std::any_of(score.instruments.begin(), score.instruments.end(),
+                       [number](const ScoreInstrument& player) { return player.number == number; });
+}
+
+// Every note is played by an instrument that the score names.
+void checkPlayers(const Score& score)
+{
+    for (const ScorePattern& pattern : score.patterns) {
+        for (int row = 0; row < pattern.rows; ++row) {
+            for (int c = 0; c < pattern.channels; ++c) {
+                const ScoreCell& cell = pattern.at(row, c);
+                const ScoreChannel& channel = score.channels[static_cast<std::size_t>(c)];
+                const bool hasNote = cell.note && *cell.note <= kXmLastNote;
+                const int player = cell.instrument.value_or(hasNote ? channel.instrument : 0);
+                const bool needsPlayer = hasNote && !cell.instrument;
+                if ((player != 0 && !isDeclared(score, player)) || (player == 0 && needsPlayer)) {
+                    throw ScoreError("pattern " + pattern.name + ", row " + std::to_string(row) +
+                                     ", channel " + channel.name + ": no such instrument");
+                }
+            }
+        }
+    }
+}
+
 void makeMusic(const char* scorePath, const char* modulePath)
 {
     const Score score = readScore(scorePath);
+    checkPlayers(score);
     XmModule module = arrange(score);
     addInstruments(score, module);
     const std::vector<std::uint8_t> bytes = writeXm(module);

@@ -234,6 +234,10 @@ void checkInstrument(const XmInstrument& instrument, const std::string& where)
 {
     require(instrument.samples.size() <= kMaxSamples, where + ": more than 16 samples");
     require(within(instrument.fadeout, 0, 0xFFF), where + ": fadeout outside 0 to 4095");
+    for (const int value :
+         {instrument.vibratoSweep, instrument.vibratoDepth, instrument.vibratoRate}) {
+        require(within(value, 0, 0xFF), where + ": vibrato outside 0 to 255");
+    }
     checkEnvelope(instrument.volume, where);
     checkEnvelope(instrument.panning, where);
     for (const XmSample& sample : instrument.samples) {

@@ -26,7 +26,6 @@ constexpr std::uint8_t kXmSetVolume = 0x10;  // volume column: 0x10 to 0x50 sets
 constexpr std::uint8_t kXmSetPanning = 0xC0; // volume column: 0xC0 to 0xCF, left to right
 
 constexpr std::uint8_t kXmEffectPanning = 0x08;
-constexpr std::uint8_t kXmEffectSpeed = 0x0F; // below 32: rows' ticks; from 32 on: tempo
 constexpr std::uint8_t kXmEffectZxx = 0x23;
 
 // One cell of a pattern; all zero is an empty one.
@@ -116,6 +115,6 @@ struct XmModule {
     std::vector<XmInstrument> instruments;
 };
 
-// The module's file. Throws std::invalid_argument, naming what is wrong, for a module that the
-// format cannot hold.
+// The module's file; names are cut to the format's 20 and 22 bytes. Throws std::invalid_argument,
+// naming what is wrong, for a module that the format cannot hold.
 std::vector<std::uint8_t> writeXm(const XmModule& module);

@@ -89,3 +89,14 @@ TEST(Band, SamplesEndWithoutAClick)
         EXPECT_LE(bendAt(sample, size), largest) << sample.name;
     }
 }
+
+// A phase past a whole cycle once made the first values a hundred times too large.
+TEST(Oscillator, StartsInBoundsAtEveryPhase)
+{
+    for (const double phase : {0.0, 0.3, 1.0, 1.117, 1.71, -0.4}) {
+        Oscillator saw(44100.0, phase);
+        Oscillator pulse(44100.0, phase);
+        EXPECT_LE(std::abs(saw.saw(220.0)), 1.0) << phase;
+        EXPECT_LE(std::abs(pulse.pulse(220.0, 0.5)), 1.0) << phase;
+    }
+}

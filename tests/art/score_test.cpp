@@ -51,6 +51,7 @@ struct Fault {
 constexpr std::array kFaults = {
     Fault{"no statement \"wobble\"",         "wobble 3"                    },
     Fault{"expected: tempo BEATS",           "tempo"                       },
+    Fault{"expected: tempo BEATS",           "tempo 130 6"                 },
     Fault{"tempo: \"fast\" is not a number", "tempo fast"                  },
     Fault{"tempo: \"31\" is out of range",   "tempo 31"                    },
     Fault{"\"a\" is there already",          "pattern a"                   },

@@ -77,12 +77,15 @@ std::vector<Grid> unroll(const Score& score)
             for (int c = 0; c < pattern.channels; ++c) {
                 const ScoreChannel& channel = score.channels[std::size_t(c)];
                 XmCell cell;
-                if (channel.echo && std::size_t(channel.echo->rows) <= rows.size()) {
+                const ScoreCell& own = pattern.at(row, c);
+                const bool silencesEcho = own.clears || own.note.has_value();
+                if (channel.echo && !silencesEcho &&
+                    std::size_t(channel.echo->rows) <= rows.size()) {
                     const Grid& earlier = rows[rows.size() - std::size_t(channel.echo->rows)];
                     cell =
                         echoOf(earlier[std::size_t(channel.echo->source)], channel.echo->percent);
                 }
-                overlay(cell, fillIn(pattern.at(row, c), channel));
+                overlay(cell, fillIn(own, channel));
                 grid.push_back(cell);
             }
             rows.push_back(grid);

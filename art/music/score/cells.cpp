@@ -145,7 +145,7 @@ bool isEmpty(const ScoreCell& cell)
 ScoreCell transposed(ScoreCell cell, int semitones)
 {
     if (cell.note && *cell.note != kXmKeyOff) {
-        cell.note = readNote(*cell.note + semitones, "after moving it");
+        cell.note = readNote(*cell.note + semitones, "moved " + std::to_string(semitones));
     }
     return cell;
 }

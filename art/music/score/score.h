@@ -1,4 +1,5 @@
-// A score in memory, as its text says it: nothing is filled in and nothing is worked out yet.
+// A score in memory, as its text says it: blocks are in place; what channels add, their own
+// instruments, panning and echoes, is not there yet.
 #pragma once
 
 #include "art/music/xm.h"
@@ -59,18 +60,12 @@ struct ScorePattern {
     }
 };
 
-struct ScoreSection {
-    std::string name;
-    int firstOrder = 0;
-};
-
 struct Score {
     std::string title;
     int speed = 6;
     int tempo = 125;
     std::vector<ScoreInstrument> instruments;
     std::vector<ScoreChannel> channels;
-    std::vector<ScoreSection> sections;
     std::vector<ScorePattern> patterns;
     std::vector<int> orders; // indices into patterns
 };

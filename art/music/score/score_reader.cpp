@@ -16,13 +16,15 @@ constexpr int kPatternRows = 64;
 constexpr int kMaxRows = 256;
 constexpr int kMaxChannels = 32;
 constexpr int kMaxIncludes = 16; // deep
+constexpr std::size_t kAny = SIZE_MAX;
 
 class ScoreReader {
 public:
     void readFile(const std::filesystem::path& path)
     {
         std::ifstream stream(path);
-        require(stream.good(), "cannot read " + path.string());
+        require(stream.good() && std::filesystem::is_regular_file(path),
+                "cannot read " + path.string());
         read(stream, path);
     }
 
@@ -71,23 +73,24 @@ private:
 
     struct Statement {
         void (ScoreReader::*read)(const Words&);
-        std::size_t arguments; // at least
+        std::size_t fewest; // arguments
+        std::size_t most;
         const char* usage;
     };
 
     void readLine(const std::string& line)
     {
         static const std::map<std::string, Statement> kStatements = {
-            {"title",      {&ScoreReader::readTitle, 1, "title NAME"}                 },
-            {"tempo",      {&ScoreReader::readTempo, 1, "tempo BEATS"}                },
-            {"speed",      {&ScoreReader::readSpeed, 1, "speed TICKS"}                },
-            {"instrument", {&ScoreReader::readInstrument, 2, "instrument NUMBER NAME"}},
-            {"channel",    {&ScoreReader::readChannel, 1, "channel NAME ..."}         },
-            {"order",      {&ScoreReader::readOrder, 2, "order SECTION PATTERN ..."}  },
-            {"block",      {&ScoreReader::readBlock, 2, "block NAME ROWS"}            },
-            {"pattern",    {&ScoreReader::readPattern, 1, "pattern NAME"}             },
-            {"play",       {&ScoreReader::readPlay, 2, "play BLOCK ROW ..."}          },
-            {"include",    {&ScoreReader::readInclude, 1, "include FILE"}             },
+            {"title",      {&ScoreReader::readTitle, 1, kAny, "title NAME"}               },
+            {"tempo",      {&ScoreReader::readTempo, 1, 1, "tempo BEATS"}                 },
+            {"speed",      {&ScoreReader::readSpeed, 1, 1, "speed TICKS"}                 },
+            {"instrument", {&ScoreReader::readInstrument, 2, 2, "instrument NUMBER NAME"} },
+            {"channel",    {&ScoreReader::readChannel, 1, kAny, "channel NAME ..."}       },
+            {"order",      {&ScoreReader::readOrder, 2, kAny, "order SECTION PATTERN ..."}},
+            {"block",      {&ScoreReader::readBlock, 2, 2, "block NAME ROWS"}             },
+            {"pattern",    {&ScoreReader::readPattern, 1, 1, "pattern NAME"}              },
+            {"play",       {&ScoreReader::readPlay, 2, kAny, "play BLOCK ROW ..."}        },
+            {"include",    {&ScoreReader::readInclude, 1, 1, "include FILE"}              },
         };
         const Words words = splitWords(line);
         if (words.empty()) {
@@ -95,7 +98,8 @@ private:
         }
         if (const auto found = kStatements.find(words[0]); found != kStatements.end()) {
             const Statement& statement = found->second;
-            require(words.size() > statement.arguments,
+            const std::size_t arguments = words.size() - 1;
+            require(arguments >= statement.fewest && arguments <= statement.most,
                     std::string("expected: ") + statement.usage);
             (this->*statement.read)(words);
         } else if (line.find('|') != std::string::npos) {
@@ -107,7 +111,13 @@ private:
         }
     }
 
-    void readTitle(const Words& words) { score_.title = words[1]; }
+    void readTitle(const Words& words)
+    {
+        score_.title = words[1];
+        for (std::size_t i = 2; i < words.size(); ++i) {
+            score_.title += " " + words[i];
+        }
+    }
     void readTempo(const Words& words) { score_.tempo = readNumber(words[1], 32, 255, "tempo"); }
     void readSpeed(const Words& words) { score_.speed = readNumber(words[1], 1, 31, "speed"); }
 
@@ -148,7 +158,6 @@ private:
 
     void readOrder(const Words& words)
     {
-        score_.sections.push_back({words[1], static_cast<int>(orderNames_.size())});
         for (std::size_t i = 2; i < words.size(); ++i) {
             orderNames_.push_back({place_, words[i]});
         }

@@ -28,7 +28,11 @@ private:
 // A phase that advances by each call's frequency; the waves are band-limited enough for one-shots.
 class Oscillator {
 public:
-    explicit Oscillator(double rateHz, double phase = 0.0) : rateHz_(rateHz), phase_(phase) {}
+    // `phase` counts cycles; whole ones change nothing.
+    explicit Oscillator(double rateHz, double phase = 0.0)
+        : rateHz_(rateHz), phase_(phase - std::floor(phase))
+    {
+    }
 
     double sine(double hertz);
     double saw(double hertz);
