@@ -136,6 +136,7 @@ int main(int argc, char** argv)
     }
 
     addBitmapRows();
+    addEffectRows();
     addLineSetRows();
 
     Collector times;

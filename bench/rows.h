@@ -13,4 +13,5 @@ void requireSame(bool same, const char* row);
 
 // Each effect's file adds its rows.
 void addBitmapRows();
+void addEffectRows();
 void addLineSetRows();

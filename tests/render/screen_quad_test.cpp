@@ -1,88 +1,37 @@
-// What OpenGL draws, read back from a real display.
-#include "image/bitmap.h"
 #include "render/screen_quad.h"
 #include "runtime/display.h"
-#include "runtime/options.h"
+#include "tests/render/on_display.h"
 
 #include <GL/gl.h>
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace {
 
-constexpr int kWindowWidth = 640;
-constexpr int kWindowHeight = 480;
-constexpr int kViewHeight = 272;
-
-using Pixel = std::array<std::uint8_t, 4>; // red, green, blue, alpha
-constexpr Pixel kRed = {255, 0, 0, 255};
-constexpr Pixel kGreen = {0, 255, 0, 255};
-constexpr Pixel kBlue = {0, 0, 255, 255};
-constexpr Pixel kWhite = {255, 255, 255, 255};
-
-struct Rectangle {
-    int x, y, width, height; // from the viewport's top left corner
-};
-
-// One display for all tests.
-class Quad : public ::testing::Test {
+class Quad : public OnDisplay {
 protected:
-    Quad()
-    {
-        if (displayMetrics.viewportWidth == 0) {
-            options.fullscreen = 0;
-            initVideo(kWindowWidth, kWindowHeight);
-            initGL(kWindowWidth, kWindowHeight, kWindowWidth, kViewHeight);
-        }
-        glClear(GL_COLOR_BUFFER_BIT);
-        quad.init(20.0F);
-    }
+    Quad() { quad.init(20.0F); }
 
-    // Draws the quad and looks whether, in the whole window, it lights exactly the part of a
-    // rectangle that is within the viewport.
     void expectDrawn(const Rectangle& r)
     {
-        std::vector<Pixel> pixels(std::size_t{kWindowWidth} * kWindowHeight); // lowest row first
-        glClear(GL_COLOR_BUFFER_BIT);
-        quad.draw();
-        glReadPixels(0, 0, kWindowWidth, kWindowHeight, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
-        for (int i = 0; i < kWindowWidth * kWindowHeight; ++i) {
-            const int x = i % kWindowWidth;
-            const int y = displayMetrics.viewportY + kViewHeight - 1 - i / kWindowWidth;
-            const bool inside = y >= 0 && y < kViewHeight && x >= r.x && x < r.x + r.width &&
-                                y >= r.y && y < r.y + r.height;
-            ASSERT_EQ(pixels[static_cast<std::size_t>(i)][0] != 0, inside)
-                << x << ", " << y << " of the quad at " << r.x << ", " << r.y;
-        }
+        expectLit(r, [this] { quad.draw(); });
     }
 
     // Draws the quad and tells what is then at this place of the viewport.
     Pixel drawnAt(int x, int y)
     {
-        Pixel pixel{};
         quad.draw();
-        glReadPixels(x, displayMetrics.viewportY + kViewHeight - 1 - y, 1, 1, GL_RGBA,
-                     GL_UNSIGNED_BYTE, pixel.data());
-        return pixel;
+        return pixelAt(x, y);
     }
 
-    // Puts a texture on the quad: red and green on top, blue and white below.
     void showFourColours(unsigned bpp)
     {
-        constexpr std::array kColours = {kRed, kGreen, kBlue, kWhite};
-        bitmap.create(64, 32, bpp);
-        std::uint8_t* byte = bitmap.getPixels();
-        for (unsigned i = 0; i < 64 * 32; ++i) {
-            byte = std::copy_n(kColours[i / 1024 * 2 + i / 32 % 2].begin(), bpp / 8, byte);
-        }
-        bitmap.makeTexture();
+        makeFourColours(bpp);
         quad.setTexture(bitmap.getTextureName());
     }
 
-    Bitmap bitmap;
     ScreenQuad quad;
 };
 

@@ -1,0 +1,118 @@
+#include "render/grid_mesh.h"
+
+#include "runtime/demo_clock.h"
+#include "runtime/fatal.h"
+
+#include <GL/gl.h>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <new>
+
+namespace {
+
+// Floats for `slots` of `perSlot` each; dies where there is no memory, or no such number.
+float* allocateFloats(std::int64_t slots, std::int64_t perSlot)
+{
+    float* floats = nullptr;
+    if (slots >= 0) {
+        floats = new (std::nothrow) float[static_cast<std::size_t>(slots * perSlot)];
+    }
+    if (floats == nullptr) {
+        fatal(stdout, 1, "\n\nError!!!\n\n");
+    }
+    return floats;
+}
+
+} // namespace
+
+void GridMesh::setProjection(int viewportWidth, int viewportHeight, float fovDegrees)
+{
+    viewportWidth_ = viewportWidth;
+    viewportHeight_ = viewportHeight;
+    fovDegrees_ = fovDegrees;
+    aspect_ = static_cast<float>(viewportWidth) / static_cast<float>(viewportHeight);
+}
+
+void GridMesh::build(int x, int y, int width, int height, int columns, int rows, float depth)
+{
+    columns_ = columns;
+    rows_ = rows;
+    rectX_ = x;
+    rectY_ = y;
+    rectWidth_ = width;
+    rectHeight_ = height;
+    offsetX_ = 0.0F;
+    offsetY_ = 0.0F;
+    offsetZ_ = -depth;
+
+    const auto viewportWidth = static_cast<float>(viewportWidth_);
+    const auto viewportHeight = static_cast<float>(viewportHeight_);
+    const double halfFieldOfView = degToRad(fovDegrees_ * 0.5F);
+    const auto viewHeight = static_cast<float>(2.0 * std::tan(halfFieldOfView) * depth);
+    const float viewWidth = aspect_ * viewHeight;
+    const float gridWidth = viewWidth * (static_cast<float>(width) / viewportWidth);
+    const float gridHeight = viewHeight * (static_cast<float>(height) / viewportHeight);
+    const float left = -viewWidth / 2.0F + viewWidth * static_cast<float>(x) / viewportWidth;
+    const float top = viewHeight / 2.0F - viewHeight * static_cast<float>(y) / viewportHeight;
+
+    const std::int64_t slots = std::int64_t{rows} * (2 * std::int64_t{columns} + 4);
+    vertices_.reset(allocateFloats(slots, 3));
+    texCoords_.reset(allocateFloats(slots, 2));
+
+    const auto columnCount = static_cast<float>(columns);
+    const auto rowCount = static_cast<float>(rows);
+    const auto putPoint = [&](std::ptrdiff_t slot, int r, int c) {
+        const auto row = static_cast<float>(r);
+        const auto column = static_cast<float>(c);
+        float* const vertex = vertices_.get() + 3 * slot;
+        vertex[0] = left + column * gridWidth / columnCount;
+        vertex[1] = top - row * gridHeight / rowCount;
+        vertex[2] = 0.0F;
+        float* const texCoord = texCoords_.get() + 2 * slot;
+        texCoord[0] = column / columnCount;
+        texCoord[1] = row / rowCount;
+    };
+    for (int r = 0; r < rows; ++r) {
+        for (int c = 0; c <= columns; ++c) {
+            const std::ptrdiff_t topSlot = r * (stripStride() / 2) + 2 * std::ptrdiff_t{c};
+            putPoint(topSlot, r, c);
+            putPoint(topSlot + 1, r + 1, c);
+        }
+    }
+}
+
+void GridMesh::release()
+{
+    vertices_.reset();
+    texCoords_.reset();
+}
+
+void GridMesh::draw() const
+{
+    if (texture_ != 0) {
+        glEnable(GL_TEXTURE_2D);
+        glBindTexture(GL_TEXTURE_2D, texture_);
+        glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    }
+
+    glPushMatrix();
+    glTranslatef(offsetX_, offsetY_, offsetZ_);
+    glColor4f(1.0F, 1.0F, 1.0F, alpha_);
+
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, vertices_.get());
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(2, GL_FLOAT, 0, texCoords_.get());
+    for (int r = 0; r < rows_; ++r) {
+        glDrawArrays(GL_TRIANGLE_STRIP, r * (2 * columns_ + 4), 2 * columns_ + 2);
+    }
+
+    if (texture_ != 0) {
+        glDisable(GL_TEXTURE_2D);
+    }
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glPopMatrix();
+}

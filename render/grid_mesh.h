@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+// A flat, textured grid that covers a pixel rectangle of the viewport exactly: the canvas of the
+// scenes that ripple a picture. Its vertices never move; deformers rewrite its texture coordinates.
+//
+// Grid point (r, c) is the corner in row r = 0 (top) to rows() and column c = 0 (left) to
+// columns(). The arrays hold one triangle strip for each row of cells, in slots:
+//
+//      slot   0   2   4  ...  2 columns      points (r, 0), (r, 1) ...          of strip r
+//             | / | / |         |
+//             1   3   5  ...  2 columns + 1  points (r + 1, 0), (r + 1, 1) ...
+//
+// and two slots more behind each strip, which nobody draws or writes. So every inner row of points
+// is there twice, and a deformer must write both copies.
+class GridMesh {
+public:
+    // The viewport in pixels and its vertical field of view in degrees; comes before build.
+    void setProjection(int viewportWidth, int viewportHeight, float fovDegrees);
+
+    // Makes the grid over a rectangle, in pixels from the viewport's top left corner, x to the
+    // right and y down, `depth` world units before the eye. Texture coordinates go from (0, 0) at
+    // the top left to (1, 1). Without the memory for it, the process ends with a message on
+    // standard output and status 1.
+    void build(int x, int y, int width, int height, int columns, int rows, float depth);
+
+    // Frees both arrays; the mesh must be built again before it is drawn.
+    void release();
+
+    void setTexture(unsigned texture) { texture_ = texture; } // a borrowed name; 0 draws white
+    void setAlpha(float alpha) { alpha_ = alpha; }            // 0 until it is set
+    void setOffsetX(float x) { offsetX_ = x; }
+    void setOffsetY(float y) { offsetY_ = y; }
+    void setOffsetZ(float z) { offsetZ_ = z; }
+
+    [[nodiscard]] int columns() const { return columns_; }
+    [[nodiscard]] int rows() const { return rows_; }
+
+    // Pairs s, t by slot, for rewriting in place.
+    [[nodiscard]] float* texCoords() { return texCoords_.get(); }
+
+    // Pairs s, t in one strip's block; the top copy of (r, c) is at r * stripStride() + 4c, the
+    // bottom copy of (r + 1, c) two floats behind it.
+    [[nodiscard]] std::ptrdiff_t stripStride() const { return 4 * (std::ptrdiff_t{columns_} + 2); }
+
+    // Draws with the current blend and depth state. Leaves the model-view matrix as it was, the
+    // client arrays disabled and, if textured, texturing disabled.
+    void draw() const;
+
+private:
+    using FloatArray = std::unique_ptr<float[]>; // NOLINT(modernize-avoid-c-arrays)
+
+    FloatArray vertices_;  // x, y, z by slot
+    FloatArray texCoords_; // s, t by slot
+    std::int32_t columns_ = 0;
+    std::int32_t rows_ = 0;
+    std::uint32_t texture_ = 0;
+    float offsetX_ = 0.0F;
+    float offsetY_ = 0.0F;
+    float offsetZ_ = 0.0F;
+    float alpha_ = 0.0F;
+    float fovDegrees_ = 0.0F;
+    float aspect_ = 0.0F;
+    std::int32_t rectX_ = 0;
+    std::int32_t rectY_ = 0;
+    std::int32_t rectWidth_ = 0;
+    std::int32_t rectHeight_ = 0;
+    std::int32_t viewportWidth_ = 0;
+    std::int32_t viewportHeight_ = 0;
+};

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+// Smears a 32-bit image along the rays from its centre: every pixel becomes the average of the
+// source pixels at 1.0, 1.1, 1.2 ... times its own distance from the centre, as many as are asked
+// for and lie inside the image. Bright shapes throw streaks toward the centre.
+//
+// All places are computed once; a frame looks up, adds and divides. Images are borrowed and of the
+// size that was built for: 4 bytes per pixel, rows top first.
+class ZoomBlur {
+public:
+    // Makes the table of places. Without the memory for it, the process ends with a message on
+    // standard error and status 0.
+    void build(int width, int height);
+
+    void setSource(const std::uint8_t* pixels) { source_ = pixels; }
+    void setTarget(std::uint32_t* pixels) { target_ = pixels; }
+
+    // Writes every pixel of the target from up to `levels` samples, 1 to 20; alpha becomes 0. The
+    // source's top left pixel counts as outside, for everything but the pixel that has no other
+    // sample.
+    void render(int levels);
+
+private:
+    // Columns `begin` to `end` - 1.
+    struct Span {
+        std::int32_t begin;
+        std::int32_t end;
+    };
+
+    void fillTable();
+    void findSpans();
+    void countSamples(int levels);
+    // Rows are counted through all levels.
+    [[nodiscard]] std::ptrdiff_t row(int level, int y) const;
+    [[nodiscard]] const std::int32_t* places(int level, int y) const;
+    [[nodiscard]] const Span& sampled(int level, int y) const;
+    void startSums(int y);
+    void addLevel(int level, int y);
+
+    const std::uint8_t* source_ = nullptr; // borrowed
+    std::uint32_t* target_ = nullptr;      // borrowed
+
+    // By level, row and column: the byte offset of the source's pixel, 0 where that is outside.
+    std::unique_ptr<std::int32_t[]> table_; // NOLINT(modernize-avoid-c-arrays)
+    std::int32_t width_ = 0;
+    std::int32_t height_ = 0;
+
+    // By level and row: the pixels that have a sample at this level and at all before it.
+    std::vector<Span> spans_;
+
+    // By pixel: what divides by the count of its samples, of so many levels.
+    std::vector<float> reciprocals_;
+    std::int32_t countedLevels_ = 0;
+
+    // One row's sums, two to a word: channels 0 and 2 of every pixel, then channel 1 of every
+    // pixel.
+    std::vector<std::uint32_t> outerSums_;
+    std::vector<std::uint32_t> middleSums_;
+};
