@@ -1,5 +1,8 @@
 #include "image/bitmap.h"
 
+#include "image/hsi_raw_reader.h"
+#include "image/pixel_conversion.h"
+#include "image/tga_reader.h"
 #include "runtime/fatal.h"
 
 #include <GL/gl.h>
@@ -10,6 +13,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -94,6 +98,58 @@ void Bitmap::create(unsigned width, unsigned height, unsigned bpp)
     height_ = height;
     bpp_ = bpp;
     state_ = kHoldsPixels;
+}
+
+void Bitmap::load(const char* path, unsigned bpp)
+{
+    pixels_.reset();
+    LoadedImage image;
+    readTga(path, image);
+    takeOver(std::move(image), bpp);
+}
+
+void Bitmap::loadHsiRaw(const char* path, unsigned bpp)
+{
+    pixels_.reset();
+    LoadedImage image;
+    readHsiRaw(path, image);
+    takeOver(std::move(image), bpp);
+}
+
+void Bitmap::takeOver(LoadedImage image, unsigned bpp)
+{
+    width_ = static_cast<std::uint32_t>(image.width);
+    height_ = static_cast<std::uint32_t>(image.height);
+    bpp_ = bpp;
+    if (image.bpp == 8) {
+        palette_ = image.palette;
+    }
+
+    if (static_cast<unsigned>(image.bpp) == bpp) {
+        pixels_ = std::move(image.pixels);
+    } else {
+        pixels_ = allocatePixels(width_, height_, bpp / 8);
+        if (pixels_ == nullptr) {
+            fatal(stderr, 0, "\n\nError allocating memory!!\n\n");
+        }
+        convertFrom(image.pixels.get(), image.bpp);
+    }
+    state_ = kHoldsPixels;
+}
+
+void Bitmap::convertFrom(const std::uint8_t* source, int sourceBpp)
+{
+    if (pixelBytes(sourceBpp) == 0) {
+        fatal(stderr, 0, "\n\nError! Not a valid bitdepth for the source!!\n\n");
+    }
+    if (bpp_ == 8 && sourceBpp != 8) {
+        fatal(stderr, 0, "\nError! Can't convert to 8bpp!!\n\n");
+    }
+    if (bpp_ != 16 && bpp_ != 24 && bpp_ != 32) {
+        fatal(stderr, 0, "\n\nError! Not supported destination-bpp!!\n\n");
+    }
+    convertPixels(source, sourceBpp, pixels_.get(), static_cast<int>(bpp_),
+                  std::size_t{width_} * height_, palette_);
 }
 
 void Bitmap::release()

@@ -18,6 +18,8 @@
 
 using PaletteEntry = std::array<std::uint8_t, 3>; // red, green, blue
 
+struct LoadedImage;
+
 class Bitmap {
 public:
     Bitmap() = default;
@@ -28,6 +30,18 @@ public:
     // Allocates an image of 8, 16, 24 or 32 bits per pixel. Its contents are whatever the memory
     // held; the texture name stays. Pixels that the bitmap already holds are freed first.
     void create(unsigned width, unsigned height, unsigned bpp);
+
+    // Reads a TGA file (image/tga_reader.h) or an HSI RAW one (image/hsi_raw_reader.h) and converts
+    // it to `bpp` where it is of another depth. 8 and 15 bits per pixel are for files that hold
+    // just that. An 8-bit file's palette is kept. Pixels that the bitmap already holds are freed
+    // first.
+    void load(const char* path, unsigned bpp);
+    void loadHsiRaw(const char* path, unsigned bpp);
+
+    // Converts as many pixels as the bitmap has, of 16, 24 or 32 bits, from `source`, whose pixels
+    // have 8 (indices into this bitmap's palette), 15, 16, 24 or 32 bits. Writes nothing where the
+    // depths are equal.
+    void convertFrom(const std::uint8_t* source, int sourceBpp);
 
     // Frees the pixels and empties the bitmap. The texture itself lives on.
     void release();
@@ -64,6 +78,8 @@ public:
     void setTextureName(unsigned name) { textureName_ = name; }
 
 private:
+    void takeOver(LoadedImage image, unsigned bpp);
+
     std::array<PaletteEntry, 256> palette_{}; // of an image of 8 bits per pixel
     PixelBuffer pixels_;
     std::uint32_t width_ = 0;
