@@ -42,6 +42,16 @@ float exponential(float x)
     return static_cast<float>(std::exp(static_cast<double>(x)));
 }
 
+float logarithm(float x)
+{
+    return static_cast<float>(std::log(static_cast<double>(x)));
+}
+
+float angleOf(float x, float y)
+{
+    return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
+}
+
 glm::vec3 colour(unsigned code)
 {
     return glm::vec3((code >> 16U) & 0xffU, (code >> 8U) & 0xffU, code & 0xffU) / 255.0F;

@@ -1,0 +1,230 @@
+// The column's skin: a braid carved between two borders of incised signs, in stone with metal set
+// into it. The light from the left is part of the picture: the bar that shows it has none.
+//
+// One row is stretched over a face of the bar, so the left edge is a lit arris and the right one
+// lies in the dark. It tiles from top to bottom; left to right it is a face with two ends.
+#include "art/pictures/kit/lighting.h"
+#include "art/pictures/kit/noise.h"
+#include "art/pictures/kit/program.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <glm/common.hpp>
+#include <glm/geometric.hpp>
+#include <glm/trigonometric.hpp>
+
+namespace {
+
+constexpr int kSize = 256;
+constexpr float kMiddle = 128.0F;
+constexpr float kTurn = glm::radians(360.0F);
+
+// A face is seen about half as wide as it is here; what should look round is drawn this much wider.
+constexpr glm::vec2 kSqueeze(0.5F, 1.0F);
+
+// From an end of the face inward, in pixels.
+constexpr float kArris = 7.0F;       // the rounded edge
+constexpr float kBorderFrom = 13.0F; // the border with the signs
+constexpr float kBorderTo = 43.0F;
+constexpr float kPanel = 51.0F; // the sunken panel with the braid
+
+constexpr int kStrands = 3;
+constexpr float kBraidPeriod = 128.0F;
+constexpr float kBraidReach = 50.0F;
+constexpr float kStrandRadius = 9.0F; // on screen
+constexpr int kStrandSteps = 60;
+
+constexpr int kSigns = 8;
+constexpr float kSignHeight = static_cast<float>(kSize) / kSigns;
+constexpr float kStudsAside = 67.0F;
+constexpr float kStudSpacing = kBraidPeriod / 6.0F;
+constexpr float kStudRadius = 3.6F; // on screen
+constexpr float kPanelDepth = 17.0F;
+
+const std::array kStone = {colour(0x070c12), colour(0x1d2c38), colour(0x46616f), colour(0x8fabb3),
+                           colour(0xdde9e6)};
+const std::array kMetal = {colour(0x03100f), colour(0x0c3836), colour(0x23807a), colour(0x9fe6d8)};
+
+// Heights in pixels, and how much of a place is metal.
+struct Face {
+    GreyPicture height{kSize, kSize};
+    GreyPicture metal{kSize, kSize};
+};
+
+// The strand of the braid that lies on top at a place.
+struct Strand {
+    float height = 0.0F; // 0 where there is none
+    float across = 0.0F; // 0 in its middle, 1 at its sides
+};
+
+Strand braidAt(glm::vec2 place)
+{
+    Strand top;
+    for (int strand = 0; strand < kStrands; ++strand) {
+        float nearest = kStrandRadius;
+        float turnThere = 0.0F;
+        for (int i = -kStrandSteps; i <= kStrandSteps; ++i) {
+            const float y = place.y + kStrandRadius * static_cast<float>(i) / kStrandSteps;
+            const float turn = kTurn * (y / kBraidPeriod + static_cast<float>(strand) / kStrands);
+            const float x = kMiddle + kBraidReach * sine(turn);
+            const float distance = glm::length((place - glm::vec2(x, y)) * kSqueeze);
+            if (distance < nearest) {
+                nearest = distance;
+                turnThere = turn;
+            }
+        }
+        const float across = nearest / kStrandRadius;
+        const float round = std::sqrt(1.0F - across * across);
+        // Of each two strands that cross, one passes over the other, by turns.
+        const float height = 10.0F * round + 7.0F + 6.0F * sine(2.0F * turnThere);
+        if (nearest < kStrandRadius && height > top.height) {
+            top = {height, across};
+        }
+    }
+    return top;
+}
+
+// The phases of a moon, one in each square of a border: its ring, and as much of it as is lit.
+float signDepth(glm::vec2 place, float middle, bool isWaning)
+{
+    const float square = std::floor(place.y / kSignHeight);
+    glm::vec2 way(place.x - middle, place.y - (square + 0.5F) * kSignHeight);
+    const float bar = softStep(1.8F, 0.6F, std::fabs(std::fabs(way.y) - kSignHeight / 2)) *
+                      softStep(13.0F, 11.0F, std::fabs(way.x));
+    way *= kSqueeze;
+    const float radius = glm::length(way) / 6.0F;
+    const float ring = softStep(0.22F, 0.1F, std::fabs(radius - 1.05F));
+    const float phase = square / static_cast<float>(kSigns) * 2.0F - 1.0F; // of the shadow's way
+    const float shadow = glm::length(way + glm::vec2(isWaning ? 9.0F : -9.0F, 0.0F) * phase) / 6.0F;
+    const float lit = softStep(0.85F, 0.7F, radius) * softStep(0.9F, 1.1F, shadow);
+    return std::max({bar, ring, lit});
+}
+
+// How high an ornament stands out, in pixels, and how much of it is metal.
+struct Relief {
+    float height = 0.0F;
+    float metal = 0.0F;
+};
+
+// A row of metal studs on each side of the braid.
+Relief studAt(glm::vec2 place)
+{
+    const float side = place.x < kMiddle ? -kStudsAside : kStudsAside;
+    const float along = place.y / kStudSpacing;
+    const glm::vec2 way(place.x - kMiddle - side,
+                        (along - std::floor(along) - 0.5F) * kStudSpacing);
+    const float radius = glm::length(way * kSqueeze) / kStudRadius;
+    if (radius >= 1.0F) {
+        return {};
+    }
+    return {7.0F * std::sqrt(1.0F - radius * radius), softStep(1.0F, 0.85F, radius)};
+}
+
+Relief panelAt(glm::vec2 place)
+{
+    const Strand strand = braidAt(place);
+    if (strand.height == 0.0F) {
+        return studAt(place);
+    }
+    // Two grooves along a strand, with metal between them.
+    const float groove = softStep(0.16F, 0.04F, std::fabs(strand.across - 0.42F));
+    return {strand.height - 2.6F * groove, softStep(0.34F, 0.26F, strand.across)};
+}
+
+Relief borderAt(glm::vec2 place)
+{
+    const float middle = (kBorderFrom + kBorderTo) / 2;
+    const float depth = place.x < kMiddle ? signDepth(place, middle, false)
+                                          : signDepth(place, kSize - 1 - middle, true);
+    return {-5.0F * depth, depth};
+}
+
+// The face without ornaments: rounded edges, a fillet on each side of a border, a sunken panel.
+float mouldingAt(float inward)
+{
+    return 24.0F - 9.0F * softStep(kArris, 0.0F, inward) -
+           3.0F * softStep(2.2F, 0.8F, std::fabs(inward - (kBorderFrom - 2.0F))) -
+           3.0F * softStep(2.2F, 0.8F, std::fabs(inward - (kBorderTo + 2.0F))) -
+           kPanelDepth * softStep(kPanel - 3.0F, kPanel + 2.0F, inward);
+}
+
+// What weather has done to the stone: a rough grain and a few pits.
+float weatherAt(glm::vec2 place)
+{
+    const glm::ivec2 grain(16, 16);
+    const glm::ivec2 pits(32, 32);
+    const glm::vec2 cells = place / static_cast<float>(kSize);
+    const CellDistance pit = cellDistance(cells * glm::vec2(pits), pits, 1.0F, 3);
+    const float size = unit(pit.number) > 0.86F ? 0.5F * unit(pit.number << 9U) : 0.0F;
+    const float hole = size > 0.0F ? softStep(size, 0.0F, pit.nearest) : 0.0F;
+    return 1.5F * fractalNoise(cells * glm::vec2(grain), grain, 5, 7) - 2.2F * hole;
+}
+
+void carve(Face& face)
+{
+    for (int y = 0; y < kSize; ++y) {
+        for (int x = 0; x < kSize; ++x) {
+            const glm::vec2 place(x, y);
+            const float inward = std::min(place.x, kSize - 1 - place.x);
+            Relief relief;
+            if (inward > kBorderFrom && inward < kBorderTo) {
+                relief = borderAt(place);
+            } else if (inward > kPanel) {
+                relief = panelAt(place);
+            }
+            face.metal.at(x, y) = relief.metal;
+            face.height.at(x, y) = mouldingAt(inward) + relief.height +
+                                   (1.0F - 0.8F * relief.metal) * weatherAt(place);
+        }
+    }
+}
+
+Picture light(const Face& face)
+{
+    const glm::vec3 toLight(-0.8F, -0.45F, 0.55F);
+    const GreyPicture near = blurred(face.height, 2);
+    const GreyPicture around = blurred(face.height, 8);
+    const glm::ivec2 stains(4, 4);
+    Picture picture(kSize, kSize);
+    picture.fill([&](int x, int y) {
+        const float height = face.height.at(x, y);
+        const float metal = face.metal.at(x, y);
+        const glm::vec3 normal = normalAt(face.height, x, y, 1.0F);
+        const float open = softStep(-7.0F, 3.0F, height - around.at(x, y)) *
+                           softStep(-3.5F, 0.5F, height - near.at(x, y));
+        const float stain = fractalNoise(glm::vec2(x, y) / 64.0F, stains, 5, 17);
+
+        // The face turns away from the light, from left to right.
+        const float across = static_cast<float>(x) / (kSize - 1);
+        const float turn = 1.12F - 0.78F * across;
+        const float shade = (0.10F + 0.95F * matt(normal, toLight)) * (0.25F + 0.75F * open) * turn;
+        glm::vec3 stone = ramp(kStone, shade + 0.16F * stain);
+        // Copper green has run down from the metal into the hollows.
+        stone = glm::mix(stone, ramp(kMetal, shade), 0.6F * (1.0F - open) * (0.6F + stain));
+        glm::vec3 inlay = ramp(kMetal, 0.2F + 0.8F * shade);
+        inlay += kMetal[3] * (0.8F * turn * glossy(normal, toLight, 18.0F));
+        glm::vec3 pixel = glm::mix(stone, inlay, metal);
+        pixel += kStone[4] * (0.25F * turn * glossy(normal, toLight, 30.0F) * (1.0F - metal));
+
+        // The two edges that make the bar look square.
+        pixel += kStone[4] * (0.55F * softStep(kArris, 1.0F, static_cast<float>(x)));
+        pixel *= 1.0F - 0.8F * softStep(kSize - 16.0F, kSize - 2.0F, static_cast<float>(x));
+        return glm::vec4(pixel, 1.0F);
+    });
+    return picture;
+}
+
+void makeColumn(const OutputFolder& folder)
+{
+    Face face;
+    carve(face);
+    folder.write(light(face), 24, "texture2.tga");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runPictureProgram(argc, argv, makeColumn);
+}
