@@ -86,7 +86,7 @@ glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 hair, g
     const float edge = power(1.0F - glm::max(0.0F, glm::dot(normal, toViewer)), 2.2F);
     const float rim = edge * glm::max(0.0F, glm::dot(normal, kRimLight) + 0.45F);
     const float falloff = softStep(-1.5F, 0.0F, surface.place.y) * 0.75F + 0.25F;
-    const float matte = 0.06F + 1.05F * key * (0.4F + 0.6F * key) + 0.36F * fill;
+    const float matte = 0.06F + 1.05F * key * (0.4F + 0.6F * key) + 0.30F * fill;
     const glm::vec3 light =
         falloff * (surface.openness * (coat * matte + kKeyColour * 0.2F * sheen) +
                    kRimColour * (0.3F + 0.6F * surface.openness) * rim);
@@ -101,7 +101,7 @@ glm::vec3 lightOnNose(const Surface& surface, glm::vec3 head)
     const glm::vec3 halfway = glm::normalize(kKeyLight + glm::normalize(kViewer - surface.place));
     const float wet = power(glm::max(0.0F, glm::dot(normal, halfway)), 18.0F);
     const float sky = glm::max(0.0F, normal.y);
-    return dog::kLeather + kKeyColour * (0.8F * wet + 0.2F * sky * sky);
+    return dog::kLeather + kKeyColour * (0.55F * wet + 0.1F * sky * sky);
 }
 
 class Portrait {
@@ -330,9 +330,24 @@ private:
     dog::Drawing drawing_{kWidth, kHeight};
 };
 
+// The ground under the picture has darks of its own, so lit fur is brought close to full light and
+// shadows close to none.
+void printHard(Picture& picture)
+{
+    picture.fill([&](int x, int y) {
+        const glm::vec3 soft(picture.at(x, y));
+        const float bright = brightest(soft);
+        const float lifted = 1.0F - power(1.0F - bright, 1.4F);
+        const float hard = softStep(0.0F, 0.9F, lifted);
+        return glm::vec4(soft * (hard / glm::max(0.001F, bright)), 1.0F);
+    });
+}
+
 void makeDog(const OutputFolder& folder)
 {
-    folder.write(Portrait().draw(), 24, "koira.tga");
+    Picture picture = Portrait().draw();
+    printHard(picture);
+    folder.write(picture, 24, "koira.tga");
 }
 
 } // namespace

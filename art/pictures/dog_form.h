@@ -20,8 +20,8 @@
 // head's forms stand in a space of their own, which is turned and tilted against the body's.
 namespace dog {
 
-inline const glm::vec3 kTan = colour(0xae6a28);
-inline const glm::vec3 kRust = colour(0x74390f);
+inline const glm::vec3 kTan = colour(0x955620);
+inline const glm::vec3 kRust = colour(0x5e2c0d);
 inline const glm::vec3 kCream = colour(0xffd08a);
 inline const glm::vec3 kDark = colour(0x24130a);
 inline const glm::vec3 kLeather = colour(0x120b07);
