@@ -89,13 +89,18 @@ Raster<Top> pileUp(const std::vector<Bead>& beads)
     Raster<Top> tops(kFineSize, kFineSize, Top());
     for (int i = 0; i < static_cast<int>(beads.size()); ++i) {
         const Bead& bead = beads[static_cast<std::size_t>(i)];
-        tops.fill([&](int x, int y) {
-            const Top before = tops.at(x, y);
-            const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kFiner);
-            const glm::vec2 off = wayTo(place, bead.centre) / (bead.radius * kSqueeze);
-            const float height = bead.radius * std::sqrt(glm::max(0.0F, 1.0F - glm::dot(off, off)));
-            return height > before.height ? Top{height, i} : before;
-        });
+        const glm::ivec2 middle(bead.centre * static_cast<float>(kFiner));
+        const int reach = static_cast<int>(bead.radius * kSqueeze * kFiner) + 1;
+        for (int aside = -reach; aside <= reach; ++aside) {
+            for (int above = -reach; above <= reach; ++above) {
+                const glm::vec2 off = glm::vec2(aside, above) / (bead.radius * kSqueeze * kFiner);
+                const float height =
+                    bead.radius * std::sqrt(glm::max(0.0F, 1.0F - glm::dot(off, off)));
+                Top& top = tops.at((middle.x + aside + kFineSize) % kFineSize,
+                                   (middle.y + above + kFineSize) % kFineSize);
+                top = height > top.height ? Top{height, i} : top;
+            }
+        }
     }
     return tops;
 }

@@ -22,7 +22,7 @@ constexpr float kFeed = 0.034F;
 constexpr float kKill = 0.0585F;
 constexpr float kSpreadOfU = 0.13F; // pixels squared a step, where folds are broadest
 constexpr float kSpreadOfV = 0.065F;
-constexpr int kSteps = 7000;
+constexpr int kSteps = 4500;
 constexpr float kHighestV = 0.36F;
 
 constexpr int kBends = 16;    // across the picture
