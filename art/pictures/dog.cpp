@@ -24,7 +24,6 @@ constexpr unsigned kSeed = 1957;
 
 // The face.
 constexpr double kFullTurn = 6.283185307179586;
-constexpr double kTilt = 0.13; // of the head, clockwise
 constexpr double kEyeSize = 1.42;
 constexpr int kIrisRings = 24;
 const std::array kIris = {colour(0x080301), colour(0xa04c10), colour(0xe88a24), colour(0xffa838),
@@ -267,7 +266,7 @@ private:
         const glm::vec2 middle = onFace({side * 0.08F, -0.165F, 1.10F});
         cairo_save(drawing_.pen());
         cairo_translate(drawing_.pen(), middle.x, middle.y);
-        cairo_rotate(drawing_.pen(), kTilt - side * 0.5F);
+        cairo_rotate(drawing_.pen(), dog::kHeadTilt - side * 0.5F);
         cairo_scale(drawing_.pen(), 6.3, 3.8);
         cairo_arc(drawing_.pen(), 0, 0, 1, 0, kFullTurn);
         cairo_restore(drawing_.pen());
@@ -298,7 +297,7 @@ private:
         const glm::vec2 middle = onFace(dog::kEye * glm::vec3(side, 1.0F, 1.0F));
         cairo_save(pen);
         cairo_translate(pen, middle.x, middle.y);
-        cairo_rotate(pen, kTilt + side * 0.16);
+        cairo_rotate(pen, dog::kHeadTilt + side * 0.16);
         cairo_scale(pen, side * kEyeSize, kEyeSize);
         for (int lid = 0; lid < 5; ++lid) {
             drawAlmond(1.34 - 0.07 * lid);

@@ -26,6 +26,9 @@ inline const glm::vec3 kCream = colour(0xffd08a);
 inline const glm::vec3 kDark = colour(0x24130a);
 inline const glm::vec3 kLeather = colour(0x120b07);
 
+inline constexpr float kHeadTurn = -0.17F; // radians, to the viewer's right
+inline constexpr float kHeadTilt = 0.13F;  // radians, clockwise
+
 // Stands for a groom that leads away from a point deep in the muzzle, as fur on the face grows.
 inline const glm::vec3 kFromMuzzle{0.0F, 0.0F, 0.0F};
 inline const glm::vec3 kMuzzle{0.0F, -0.36F, 0.72F};
@@ -220,7 +223,7 @@ private:
     }
 
     std::vector<Placed> forms_;
-    glm::mat3 headAxes_ = turned(0.0F, -0.17F, -0.13F);
+    glm::mat3 headAxes_ = turned(0.0F, kHeadTurn, -kHeadTilt);
 };
 
 } // namespace dog
