@@ -33,7 +33,7 @@ constexpr int kLoops = 5;
 constexpr float kBand = 4.6F;      // half its width
 constexpr float kBandLines = 2.5F; // from its middle to its edge
 constexpr float kGap = 1.4F;
-constexpr int kBandPlaces = 1200;
+constexpr int kBandPlaces = 600;
 constexpr float kTurn = glm::radians(360.0F);
 
 constexpr double kWordLeft = 106;

@@ -27,9 +27,9 @@ constexpr float kFocalLength = 430.0F;
 constexpr float kHorizon = 178.0F;
 constexpr float kEyeHeight = 3.4F; // over the lake, which is at height 0
 
-constexpr int kSteps = 760; // into the distance
+constexpr int kSteps = 600; // into the distance
 constexpr float kNearest = 3.0F;
-constexpr float kStepGrowth = 1.0049F;
+constexpr float kStepGrowth = 1.0062F;
 
 constexpr float kContourInterval = 0.3F;
 constexpr float kBedInterval = 0.16F; // of the contours of the lake's bed
@@ -93,13 +93,20 @@ struct Sight {
 };
 using Sights = Raster<Sight>;
 
-// The heights on every ray that a column of pixels looks along, nearest first.
+// The heights on every ray that a column of pixels looks along, nearest first. Each second ray is
+// taken from its neighbours.
 GreyPicture raysOverLand()
 {
-    GreyPicture heights(kFineWidth, kSteps);
-    heights.fill([](int x, int step) {
-        const float screenX = static_cast<float>(x) * kScreenPerPixel.x;
+    GreyPicture coarse(kWidth, kSteps);
+    coarse.fill([](int x, int step) {
+        const float screenX = static_cast<float>(kFiner * x) * kScreenPerPixel.x;
         return heightOfLand(groundAt(screenX, distanceOf(step)));
+    });
+    GreyPicture heights(kFineWidth, kSteps);
+    heights.fill([&](int x, int step) {
+        const int left = x / kFiner;
+        const int right = std::min((x + 1) / kFiner, kWidth - 1);
+        return 0.5F * (coarse.at(left, step) + coarse.at(right, step));
     });
     return heights;
 }
@@ -162,7 +169,7 @@ float airlight(glm::vec2 screen)
 
 glm::vec3 skyAt(glm::vec2 screen)
 {
-    const glm::ivec2 period(6, 64);
+    const glm::ivec2 period(32, 32);
     const float strata = fractalNoise(screen / glm::vec2(160.0F, 6.5F), period, 4, 21);
     const float height = glm::max(0.0F, (kHorizon - screen.y) / kHorizon);
     const float fromSun = glm::distance(screen, kSun);

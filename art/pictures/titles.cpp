@@ -27,9 +27,9 @@ struct Title {
 constexpr std::array kTitles = {
     Title{"the.tga",       "THE",       128, 32,  34,  28,  24,  Weight::kBook,    2,   0  },
     Title{"end.tga",       "END",       256, 64,  34,  58,  54,  Weight::kBold,    2.5, 3.6},
-    Title{"kso.tga",       "KSO",       256, 128, 31,  124, 112, Weight::kBold,    2.5, 6.5},
-    Title{"by.tga",        "BY",        64,  32,  22,  27,  20,  Weight::kRegular, 5,   0  },
-    Title{"velmorant.tga", "VELMORANT", 512, 64,  164, 44,  40,  Weight::kBold,    3,   0  },
+    Title{"kso.tga",       "KSO",       256, 128, 31,  123, 112, Weight::kBold,    2.5, 6.5},
+    Title{"by.tga",        "BY",        64,  32,  22,  26,  20,  Weight::kRegular, 4,   0  },
+    Title{"velmorant.tga", "VELMORANT", 512, 64,  164, 43,  38,  Weight::kBold,    3,   0  },
 };
 
 const glm::vec3 kIvory = colour(0xfbf6e8);
