@@ -40,7 +40,7 @@ const std::array kLand = {colour(0x05090d), colour(0x12212b), colour(0x2b4a57), 
 const std::array kFog = {colour(0x0a1118), colour(0x16242f), colour(0x35525f), colour(0x86a9b0),
                          colour(0xc9dcda)};
 const glm::vec3 kLine = colour(0x9fd6d2);
-const glm::vec3 kSunColour = colour(0xdfe9e2);
+const glm::vec3 kSunColour = colour(0xe9e8da);
 
 struct Mountain {
     glm::vec2 place; // to the right and into the distance
@@ -71,7 +71,13 @@ float heightOfLand(glm::vec2 place)
     }
     const float ridges = ridgedNoise(place / 11.0F + 3.3F, period, 5, 1);
     const float hills = fractalNoise(place / 7.0F + 1.7F, period, 5, 11);
-    return massif * (0.3F + 0.9F * ridges) + 2.3F * hills - 0.62F;
+    const float land = massif * (0.3F + 0.9F * ridges) + 2.3F * hills - 0.62F;
+    if (land > 0.0F) {
+        return land;
+    }
+    // The lake has worn its bed smooth.
+    const float bed = 1.8F * fractalNoise(place / 7.0F + 1.7F, period, 2, 11) - 0.75F;
+    return std::min(glm::mix(land, bed, softStep(0.0F, -0.35F, land)), -0.001F);
 }
 
 // The place on the ground that is seen at a distance in a column of the screen.
@@ -253,7 +259,7 @@ glm::vec3 lakeAt(const Sights& sights, const Picture& dry, int x, int y, glm::ve
     glm::vec3 pixel = mirrored * (0.25F + 0.55F * grazing) + kLand[1] * 0.25F;
 
     const float line = contour(sight.height, kBedInterval, changeOfHeight(sights, x, y));
-    pixel += kLine * (0.16F * line * airlight(screen));
+    pixel += kLine * (0.24F * line * airlight(screen));
     return pixel;
 }
 
