@@ -22,15 +22,21 @@ struct Row {
 
 // clang-format off
 constexpr Row kRows[] = {
-    {"by.tga",               {  64,   32, 32}, {  0, 255}, {240, 255}, kKeyed},
-    {"end.tga",              { 256,   64, 32}, {  0, 255}, {240, 255}, kKeyed},
-    {"kso.tga",              { 256,  128, 32}, {  0, 255}, {240, 255}, kKeyed},
-    {"outohalko4_tumma.tga", { 512,  512, 24}, { 31,  51}, {  0, 165}, kAllMeet},
-    {"quentalogo.tga",       { 256,  128, 32}, {  0, 255}, {240, 255}, kKeyed},
-    {"texture2.tga",         { 256,  256, 24}, {  0, 255}, {200, 255}, kRowsMeet},
-    {"the.tga",              { 128,   32, 32}, {  0, 255}, {240, 255}, kKeyed},
-    {"tokapart_tausta.tga",  {1024,  512, 24}, { 20,  60}, {  0, 220}, kFree},
-    {"velmorant.tga",        { 512,   64, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"additiivinen_aivo.tga",    { 256,  256, 24}, {  0,  10}, {  0,  51}, kBlack},
+    {"by.tga",                   {  64,   32, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"end.tga",                  { 256,   64, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"greet.tga",                { 256,  512, 32}, {  0, 255}, {240, 255}, kFree},
+    {"koira.tga",                { 512,  256, 24}, {  0, 255}, {200, 255}, kFree},
+    {"kso.tga",                  { 256,  128, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"muljumap.tga",             {1024, 1024,  8}, { 55,  95}, {255, 255}, kAllMeet},
+    {"oranssipallotexture2.tga", { 256,  256, 24}, {  0, 255}, {240, 255}, kAllMeet},
+    {"outohalko4_tumma.tga",     { 512,  512, 24}, { 31,  51}, {  0, 165}, kAllMeet},
+    {"quentalogo.tga",           { 256,  128, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"texture2.tga",             { 256,  256, 24}, {  0, 255}, {200, 255}, kRowsMeet},
+    {"the.tga",                  { 128,   32, 32}, {  0, 255}, {240, 255}, kKeyed},
+    {"tokapart_tausta.tga",      {1024,  512, 24}, { 20,  60}, {  0, 220}, kFree},
+    {"valo.tga",                 { 256,  256, 24}, {105, 125}, {255, 255}, kAllMeet},
+    {"velmorant.tga",            { 512,   64, 32}, {  0, 255}, {240, 255}, kKeyed},
 };
 // clang-format on
 
