@@ -3,18 +3,14 @@
 #include "runtime/fatal.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
-
-constexpr std::size_t kRowsAtOnce = 256;
 
 // Larger than every picture of the show. A picture that lacks more than this, and more than it has,
 // is not a file that was cut short.
@@ -66,35 +62,6 @@ void PictureFile::read(std::uint8_t* destination, std::size_t count)
 {
     const std::size_t done = readSome(destination, count);
     std::memset(destination + done, 0, count - done);
-}
-
-void PictureFile::readRows(std::uint8_t* first, std::size_t rowBytes, std::size_t rows,
-                           bool upwards)
-{
-    const auto rowAt = [=](std::size_t r) {
-        return upwards ? first - r * rowBytes : first + r * rowBytes;
-    };
-    std::array<iovec, kRowsAtOnce> places; // NOLINT(*-member-init): filled as far as it is used
-    for (std::size_t r = 0; r < rows;) {
-        const std::size_t some = std::min(rows - r, kRowsAtOnce);
-        for (std::size_t i = 0; i < some; ++i) {
-            places[i] = {rowAt(r + i), rowBytes};
-        }
-        const ssize_t got =
-            std::max<ssize_t>(preadv(file_, places.data(), static_cast<int>(some), position_), 0);
-        position_ += got;
-
-        // What the file's end, or a signal, kept from coming.
-        auto have = static_cast<std::size_t>(got);
-        for (std::size_t i = 0; i < some; ++i) {
-            const std::size_t ofRow = std::min(have, rowBytes);
-            have -= ofRow;
-            if (ofRow < rowBytes) {
-                read(rowAt(r + i) + ofRow, rowBytes - ofRow);
-            }
-        }
-        r += some;
-    }
 }
 
 PixelBuffer allocatePicture(std::int32_t width, std::int32_t height, std::size_t bytesPerPixel,

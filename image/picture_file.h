@@ -21,10 +21,6 @@ public:
 
     void read(std::uint8_t* destination, std::size_t count);
 
-    // Reads rows of `rowBytes`, the first to `first` and every further one `rowBytes` behind or,
-    // with `upwards`, before the one that was read last.
-    void readRows(std::uint8_t* first, std::size_t rowBytes, std::size_t rows, bool upwards);
-
     // Reads what is left, but at most `count` bytes, and returns how many they were.
     std::size_t readSome(std::uint8_t* destination, std::size_t count);
 

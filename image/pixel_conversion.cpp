@@ -1,79 +1,148 @@
 #include "image/pixel_conversion.h"
 
+#include "image/byte_shuffle.h"
+
 #include <bit>
 #include <cstring>
 
 namespace {
 
-using Bytes2 = std::array<std::uint8_t, 2>;
-using Bytes3 = std::array<std::uint8_t, 3>;
-using Bytes4 = std::array<std::uint8_t, 4>;
+struct Colour {
+    unsigned r; // 8 bits each
+    unsigned g;
+    unsigned b;
+};
 
-constexpr std::uint8_t byteOf(unsigned value)
+void putByte(std::uint8_t* destination, unsigned value)
 {
-    return static_cast<std::uint8_t>(value);
+    *destination = static_cast<std::uint8_t>(value);
 }
 
-// How the pixels of a depth become red, green and blue of 8 bits each.
+// How the pixels of a depth become colours. What 5 and 6 bits cannot hold is cut off when a colour
+// becomes a pixel, so a channel of 5 bits comes through 8 bits unharmed.
 struct From15 {
-    using Pixel = Bytes2;
-    static Bytes3 colour(Pixel pixel)
+    static constexpr std::size_t kSize = 2;
+    static Colour colour(const std::uint8_t* pixel)
     {
         const unsigned word = pixel[0] + 256U * pixel[1];
-        return {byteOf((word >> 10 & 31) << 3), byteOf((word >> 5 & 31) << 3),
-                byteOf((word & 31) << 3)};
+        return {(word >> 10 & 31) << 3, (word >> 5 & 31) << 3, (word & 31) << 3};
     }
 };
 
 struct From16 {
-    using Pixel = Bytes2;
-    static Bytes3 colour(Pixel pixel)
+    static constexpr std::size_t kSize = 2;
+    static Colour colour(const std::uint8_t* pixel)
     {
         const unsigned word = pixel[0] + 256U * pixel[1];
-        return {byteOf((word >> 11) << 3), byteOf((word >> 5 & 63) << 2), byteOf((word & 31) << 3)};
+        return {word >> 11 << 3, (word >> 5 & 63) << 2, (word & 31) << 3};
     }
 };
 
-struct From24 {
-    using Pixel = Bytes3;
-    static Bytes3 colour(Pixel pixel) { return pixel; }
+template <std::size_t kBytes>
+struct FromBytes {
+    static constexpr std::size_t kSize = kBytes;
+    static Colour colour(const std::uint8_t* pixel) { return {pixel[0], pixel[1], pixel[2]}; }
 };
 
-struct From32 {
-    using Pixel = Bytes4;
-    static Bytes3 colour(Pixel pixel) { return {pixel[0], pixel[1], pixel[2]}; }
-};
-
-// How a colour becomes a pixel of a depth. What 5 and 6 bits cannot hold is cut off here, so a
-// channel of 5 bits comes through 8 bits unharmed.
 struct To16 {
-    using Pixel = Bytes2;
-    static Pixel pixel(Bytes3 colour)
+    static constexpr std::size_t kSize = 2;
+    static void put(std::uint8_t* pixel, Colour colour)
     {
-        const auto [r, g, b] = colour;
-        const unsigned word = unsigned{r} >> 3 << 11 | unsigned{g} >> 2 << 5 | unsigned{b} >> 3;
-        return {byteOf(word), byteOf(word >> 8)};
+        const unsigned word = colour.r >> 3 << 11 | colour.g >> 2 << 5 | colour.b >> 3;
+        putByte(pixel, word);
+        putByte(pixel + 1, word >> 8);
     }
 };
 
 struct To24 {
-    using Pixel = Bytes3;
-    static Pixel pixel(Bytes3 colour) { return colour; }
+    static constexpr std::size_t kSize = 3;
+    static void put(std::uint8_t* pixel, Colour colour)
+    {
+        putByte(pixel, colour.r);
+        putByte(pixel + 1, colour.g);
+        putByte(pixel + 2, colour.b);
+    }
 };
 
 struct To32 {
-    using Pixel = Bytes4;
-    static Pixel pixel(Bytes3 colour) { return {colour[0], colour[1], colour[2], 255}; }
+    static constexpr std::size_t kSize = 4;
+    static void put(std::uint8_t* pixel, Colour colour)
+    {
+        To24::put(pixel, colour);
+        putByte(pixel + 3, 255);
+    }
 };
+
+// Converts the first of the pixels in bigger pieces and returns how many; the rest goes one by one.
+template <class From, class To>
+std::size_t convertFast(const std::uint8_t* /*source*/, std::uint8_t* /*destination*/,
+                        std::size_t /*count*/)
+{
+    return 0;
+}
+
+template <>
+std::size_t convertFast<FromBytes<3>, To32>(const std::uint8_t* source, std::uint8_t* destination,
+                                            std::size_t count)
+{
+    constexpr ByteShuffle kExpand = {
+        {0, 1, 2, 0x80, 3, 4, 5, 0x80, 6, 7, 8, 0x80, 9, 10, 11, 0x80},
+        {0, 0, 0, 255,  0, 0, 0, 255,  0, 0, 0, 255,  0, 0,  0,  255 },
+        12,
+        16
+    };
+    return 4 * shuffleBytes(kExpand, source, 3 * count, destination, 4 * count);
+}
+
+// Eight pixels of 16 bits, a register full of them.
+using EightWords [[gnu::vector_size(16)]] = std::uint16_t;
+
+// Eight pixels as two registers of words, red and green in one, blue and alpha in the other, which
+// are then shuffled together.
+template <class RedGreen>
+std::size_t convertWords(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
+                         RedGreen redGreen)
+{
+    if constexpr (std::endian::native != std::endian::little) {
+        return 0;
+    }
+    std::size_t i = 0;
+    for (; count - i >= 8; i += 8) {
+        EightWords words;
+        std::memcpy(&words, source + 2 * i, 16);
+        const EightWords rg = redGreen(words);
+        const EightWords ba = (words << 3 & 0xf8) | 0xff00;
+        const EightWords first = __builtin_shufflevector(rg, ba, 0, 8, 1, 9, 2, 10, 3, 11);
+        const EightWords last = __builtin_shufflevector(rg, ba, 4, 12, 5, 13, 6, 14, 7, 15);
+        std::memcpy(destination + 4 * i, &first, 16);
+        std::memcpy(destination + 4 * i + 16, &last, 16);
+    }
+    return i;
+}
+
+template <>
+std::size_t convertFast<From15, To32>(const std::uint8_t* source, std::uint8_t* destination,
+                                      std::size_t count)
+{
+    return convertWords(source, destination, count, [](EightWords words) {
+        return EightWords{(words >> 7 & 0xf8) | (words << 6 & 0xf800)};
+    });
+}
+
+template <>
+std::size_t convertFast<From16, To32>(const std::uint8_t* source, std::uint8_t* destination,
+                                      std::size_t count)
+{
+    return convertWords(source, destination, count, [](EightWords words) {
+        return EightWords{(words >> 8 & 0xf8) | (words << 5 & 0xfc00)};
+    });
+}
 
 template <class From, class To>
 void convertEach(const std::uint8_t* source, std::uint8_t* destination, std::size_t count)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        typename From::Pixel from{};
-        std::memcpy(from.data(), source + i * from.size(), from.size());
-        const auto to = To::pixel(From::colour(from));
-        std::memcpy(destination + i * to.size(), to.data(), to.size());
+    for (std::size_t i = convertFast<From, To>(source, destination, count); i < count; ++i) {
+        To::put(destination + To::kSize * i, From::colour(source + From::kSize * i));
     }
 }
 
@@ -82,13 +151,10 @@ template <class To>
 void convertIndices(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
                     const std::array<PaletteEntry, 256>& palette)
 {
-    std::array<typename To::Pixel, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        table[i] = To::pixel(palette[i]);
-    }
+    std::array<std::uint8_t, 256 * To::kSize> table{};
+    convertEach<FromBytes<3>, To>(palette.data()->data(), table.data(), 256);
     for (std::size_t i = 0; i < count; ++i) {
-        const auto& to = table[source[i]];
-        std::memcpy(destination + i * to.size(), to.data(), to.size());
+        std::memcpy(destination + To::kSize * i, table.data() + To::kSize * source[i], To::kSize);
     }
 }
 
@@ -104,9 +170,9 @@ void convertTo(const std::uint8_t* source, int sourceBpp, std::uint8_t* destinat
     case 16:
         return convertEach<From16, To>(source, destination, count);
     case 24:
-        return convertEach<From24, To>(source, destination, count);
+        return convertEach<FromBytes<3>, To>(source, destination, count);
     default:
-        return convertEach<From32, To>(source, destination, count);
+        return convertEach<FromBytes<4>, To>(source, destination, count);
     }
 }
 

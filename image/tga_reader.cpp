@@ -1,15 +1,15 @@
 #include "image/tga_reader.h"
 
+#include "image/byte_shuffle.h"
 #include "image/picture_file.h"
 #include "image/pixel_conversion.h"
+#include "image/tga_packets.h"
 #include "runtime/fatal.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -66,22 +66,35 @@ TgaHeader readHeader(PictureFile& file)
     };
 }
 
-// Exchanges red and blue, bytes 0 and 2, of each pixel.
-void swapRedBlue(std::uint8_t* pixels, std::size_t count, int depth)
+// Sixteen bytes hold five pixels of three bytes and the first byte of the next.
+constexpr ByteShuffle kSwap24 = {
+    {2,  1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15},
+    {},
+    15, 15
+};
+constexpr ByteShuffle kSwap32 = {
+    {2,  1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15},
+    {},
+    16, 16
+};
+
+// Copies pixels; of those that have red and blue in bytes 0 and 2 it exchanges the two.
+void swapRedBlue(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
+                 std::size_t pixelSize)
 {
-    if (depth == 24) {
-        for (std::size_t i = 0; i < count; ++i) {
-            std::swap(pixels[3 * i], pixels[3 * i + 2]);
-        }
+    const std::size_t bytes = count * pixelSize;
+    if (pixelSize < 3) {
+        std::memcpy(destination, source, bytes);
+        return;
     }
-    if (depth == 32) {
-        constexpr auto kMoved =
-            std::bit_cast<std::uint32_t>(std::array<std::uint8_t, 4>{255, 0, 255, 0});
-        for (std::size_t i = 0; i < count; ++i) {
-            std::uint32_t word = 0;
-            std::memcpy(&word, pixels + 4 * i, 4);
-            word = (word & ~kMoved) | std::rotl(word & kMoved, 16);
-            std::memcpy(pixels + 4 * i, &word, 4);
+    const ByteShuffle& shuffle = pixelSize == 3 ? kSwap24 : kSwap32;
+    const std::size_t groups = shuffleBytes(shuffle, source, bytes, destination, bytes);
+    for (std::size_t i = groups * shuffle.sourceStep; i < bytes; i += pixelSize) {
+        destination[i] = source[i + 2];
+        destination[i + 1] = source[i + 1];
+        destination[i + 2] = source[i];
+        if (pixelSize == 4) {
+            destination[i + 3] = source[i + 3];
         }
     }
 }
@@ -120,7 +133,9 @@ void readColourMap(PictureFile& file, const TgaHeader& header,
     }
     std::uint8_t* entries = palette.data()->data() + 3 * std::size_t{header.firstEntry};
     file.read(entries, 3 * std::size_t{header.entryCount});
-    swapRedBlue(entries, header.entryCount, 24);
+    for (std::size_t i = 0; i < header.entryCount; ++i) {
+        std::swap(entries[3 * i], entries[3 * i + 2]);
+    }
 }
 
 void requireImage(const TgaHeader& header, const char* path)
@@ -140,90 +155,6 @@ void requireImage(const TgaHeader& header, const char* path)
     }
 }
 
-// Run-length packets: a byte h, then (h & 127) + 1 pixels, or one for all of them if bit 7 is set.
-class RunLengthReader {
-public:
-    RunLengthReader(PictureFile& file, std::size_t pixelSize) : file_{file}, pixelSize_{pixelSize}
-    {
-    }
-
-    // Decodes the next `count` pixels. A packet may reach into those that are read after them.
-    void readRlePixels(std::uint8_t* destination, std::size_t count)
-    {
-        while (count > 0) {
-            if (left_ == 0) {
-                openPacket();
-            }
-            const std::size_t some = std::min(count, left_);
-            const std::size_t bytes = some * pixelSize_;
-            if (isRun_) {
-                repeatPixel(destination, bytes);
-            } else {
-                std::memcpy(destination, pixels_, bytes);
-                pixels_ += bytes;
-            }
-            destination += bytes;
-            count -= some;
-            left_ -= some;
-        }
-    }
-
-private:
-    static constexpr std::size_t kBlock = 32768;
-    static constexpr std::size_t kLargestPacket = 1 + 128 * 4;
-
-    void openPacket()
-    {
-        if (next_ + kLargestPacket > end_ && !atEnd_) {
-            refill();
-        }
-        if (next_ >= end_) { // zeros without end
-            isRun_ = true;
-            left_ = std::numeric_limits<std::size_t>::max();
-            pixels_ = block_.data() + end_;
-            return;
-        }
-        const unsigned head = block_[next_];
-        isRun_ = (head & 128U) != 0;
-        left_ = (head & 127U) + 1;
-        pixels_ = block_.data() + next_ + 1;
-        next_ += 1 + (isRun_ ? 1 : left_) * pixelSize_;
-    }
-
-    // Moves the block's rest to its front and reads on behind it. Behind the file's end there are
-    // zeros, enough for a packet that was cut short.
-    void refill()
-    {
-        const std::size_t rest = end_ - next_;
-        std::memmove(block_.data(), block_.data() + next_, rest);
-        next_ = 0;
-        end_ = rest + file_.readSome(block_.data() + rest, kBlock - rest);
-        atEnd_ = end_ < kBlock;
-        std::memset(block_.data() + end_, 0, kLargestPacket);
-    }
-
-    void repeatPixel(std::uint8_t* destination, std::size_t bytes) const
-    {
-        std::memcpy(destination, pixels_, pixelSize_);
-        for (std::size_t done = pixelSize_; done < bytes;) {
-            const std::size_t some = std::min(done, bytes - done);
-            std::memcpy(destination + done, destination, some);
-            done += some;
-        }
-    }
-
-    PictureFile& file_;
-    std::size_t pixelSize_;
-    bool isRun_ = false;
-    bool atEnd_ = false;
-    std::size_t left_ = 0;                 // pixels of the packet that are still to come
-    const std::uint8_t* pixels_ = nullptr; // the packet's next pixel, or its only one
-    std::size_t next_ = 0;                 // where the next packet begins
-    std::size_t end_ = 0;                  // where the file's bytes end
-    // Not initialised: what refill() brings is read, nothing else.
-    std::array<std::uint8_t, kBlock + kLargestPacket> block_;
-};
-
 // Fills the palette of a grey picture.
 void makeGreyRamp(std::array<PaletteEntry, 256>& palette)
 {
@@ -232,38 +163,59 @@ void makeGreyRamp(std::array<PaletteEntry, 256>& palette)
     }
 }
 
-// Rows are read straight to where they belong, in groups that are small enough to be still in the
-// processor's cache when their bytes are put right.
+// The pixels of a file, packed or not, one after the other.
+class TgaPixels {
+public:
+    TgaPixels(PictureFile& file, bool isRunLength)
+        : file_{file}, packets_{file}, isRunLength_{isRunLength}
+    {
+    }
+
+    // Writes up to TgaPackets::kSlack bytes too many.
+    void read(std::uint8_t* destination, std::size_t count, std::size_t pixelSize)
+    {
+        if (!isRunLength_) {
+            file_.read(destination, count * pixelSize);
+            return;
+        }
+        constexpr std::array kReaders = {
+            &TgaPackets::readRlePixels<1>, &TgaPackets::readRlePixels<2>,
+            &TgaPackets::readRlePixels<3>, &TgaPackets::readRlePixels<4>};
+        (packets_.*kReaders[pixelSize - 1])(destination, count);
+    }
+
+private:
+    PictureFile& file_;
+    TgaPackets packets_;
+    bool isRunLength_;
+};
+
+// Reads some rows at a time into memory that stays in the processor's cache, and from there copies
+// each to where it belongs.
 void readPixels(PictureFile& file, const TgaHeader& header, std::uint8_t* pixels)
 {
-    constexpr std::size_t kGroupBytes = 131072;
+    constexpr std::size_t kWidestRow = std::size_t{32767} * 4;
+    constexpr std::size_t kBlock = 65536;
 
     const auto width = static_cast<std::size_t>(header.width);
     const auto height = static_cast<std::size_t>(header.height);
     const std::size_t pixelSize = pixelBytes(header.depth);
     const std::size_t rowBytes = width * pixelSize;
-    const std::size_t groupRows = kGroupBytes / std::max<std::size_t>(rowBytes, 1) + 1;
+    const std::size_t blockRows =
+        std::max<std::size_t>(kBlock / std::max<std::size_t>(rowBytes, 1), 1);
 
-    RunLengthReader packets{file, pixelSize};
-    std::size_t rows = 0;
-    for (std::size_t r = 0; r < height; r += rows) {
-        rows = std::min(groupRows, height - r);
-        std::uint8_t* group = pixels + (header.topDown ? r : height - r - rows) * rowBytes;
-        const auto rowAt = [&](std::size_t i) { // the i-th of the group in the file
-            return group + (header.topDown ? i : rows - 1 - i) * rowBytes;
-        };
-
-        if (header.isRunLength()) {
-            for (std::size_t i = 0; i < rows; ++i) {
-                packets.readRlePixels(rowAt(i), width);
-            }
-        } else {
-            file.readRows(rowAt(0), rowBytes, rows, !header.topDown);
+    TgaPixels source{file, header.isRunLength()};
+    std::array<std::uint8_t, kWidestRow + TgaPackets::kSlack> block; // NOLINT(*-member-init)
+    for (std::size_t r = 0; r < height; ++r) {
+        std::uint8_t* row = block.data() + r % blockRows * rowBytes;
+        if (r % blockRows == 0) {
+            source.read(row, std::min(blockRows, height - r) * width, pixelSize);
         }
-        for (std::size_t i = 0; header.rightToLeft && i < rows; ++i) {
-            mirrorRow(rowAt(i), width, pixelSize);
+        if (header.rightToLeft) {
+            mirrorRow(row, width, pixelSize);
         }
-        swapRedBlue(group, rows * width, header.depth);
+        const std::size_t place = header.topDown ? r : height - 1 - r;
+        swapRedBlue(row, pixels + place * rowBytes, width, pixelSize);
     }
 }
 

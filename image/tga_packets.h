@@ -1,0 +1,117 @@
+// The run-length packets of a TGA file: a byte h, then (h & 127) + 1 pixels, or one pixel for all
+// of them if bit 7 of h is set.
+#pragma once
+
+#include "image/picture_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+class TgaPackets {
+public:
+    // Pixels are written in pieces, and the last one reaches up to this many bytes too far.
+    static constexpr std::size_t kSlack = 32;
+
+    explicit TgaPackets(PictureFile& file) : file_{file} {}
+
+    // Decodes the next `count` pixels of always the same size. A packet may reach into those that
+    // are read after them. Behind the file's end there are zeros.
+    template <std::size_t kPixelSize>
+    void readRlePixels(std::uint8_t* destination, std::size_t count)
+    {
+        while (count > 0) {
+            if (left_ == 0) {
+                openPacket(kPixelSize);
+            }
+            const std::size_t some = std::min(count, left_);
+            if (isRun_) {
+                repeatPixel<kPixelSize>(destination, some);
+            } else {
+                copyPixels(destination, some * kPixelSize);
+            }
+            destination += some * kPixelSize;
+            count -= some;
+            left_ -= some;
+        }
+    }
+
+private:
+    static constexpr std::size_t kBlock = 32768;
+    static constexpr std::size_t kRegister = 16;
+    static constexpr std::size_t kLargestPacket = 1 + 128 * 4;
+
+    void openPacket(std::size_t pixelSize)
+    {
+        if (next_ + kLargestPacket > end_ && !atEnd_) {
+            refill();
+        }
+        if (next_ >= end_) {
+            isRun_ = true;
+            left_ = std::numeric_limits<std::size_t>::max();
+            pixels_ = block_.data() + end_; // zeros
+            return;
+        }
+        const unsigned head = block_[next_];
+        isRun_ = (head & 128U) != 0;
+        left_ = (head & 127U) + 1;
+        pixels_ = block_.data() + next_ + 1;
+        next_ += 1 + (isRun_ ? 1 : left_) * pixelSize;
+    }
+
+    // Moves the block's rest to its front and reads on behind it. Behind the file's end there are
+    // zeros, enough for a packet that was cut short.
+    void refill()
+    {
+        const std::size_t rest = end_ - next_;
+        std::memmove(block_.data(), block_.data() + next_, rest);
+        next_ = 0;
+        end_ = rest + file_.readSome(block_.data() + rest, kBlock - rest);
+        atEnd_ = end_ < kBlock;
+        std::memset(block_.data() + end_, 0, kLargestPacket + kSlack);
+    }
+
+    // What is written too far is overwritten by what follows: of a pixel's four bytes by the next
+    // pixel, and in a longer run of a register full of pixels by the next register. A run's first
+    // pixels are always written, since asking how many they are takes longer.
+    template <std::size_t kPixelSize>
+    void repeatPixel(std::uint8_t* destination, std::size_t count) const
+    {
+        constexpr std::size_t kWhole = kRegister / kPixelSize; // pixels in a register
+        constexpr std::size_t kFirst = kWhole + 1;             // that fill it
+
+        std::array<std::uint8_t, 4> pixel; // NOLINT(*-member-init)
+        std::memcpy(pixel.data(), pixels_, pixel.size());
+        for (std::size_t i = 0; i < kFirst; ++i) {
+            std::memcpy(destination + kPixelSize * i, pixel.data(), pixel.size());
+        }
+        if (count > kFirst) {
+            std::array<std::uint8_t, kRegister> pixels; // NOLINT(*-member-init)
+            std::memcpy(pixels.data(), destination, kRegister);
+            for (std::size_t i = kWhole; i < count; i += kWhole) {
+                std::memcpy(destination + kPixelSize * i, pixels.data(), kRegister);
+            }
+        }
+    }
+
+    void copyPixels(std::uint8_t* destination, std::size_t bytes)
+    {
+        for (std::size_t i = 0; i < bytes; i += kRegister) {
+            std::memcpy(destination + i, pixels_ + i, kRegister);
+        }
+        pixels_ += bytes;
+    }
+
+    PictureFile& file_;
+    bool isRun_ = false;
+    bool atEnd_ = false;
+    std::size_t left_ = 0;                 // pixels of the packet that are still to come
+    const std::uint8_t* pixels_ = nullptr; // the packet's next pixel, or its only one
+    std::size_t next_ = 0;                 // where the next packet begins
+    std::size_t end_ = 0;                  // where the file's bytes end
+    // Not initialised: what refill() brings is read, nothing else.
+    std::array<std::uint8_t, kBlock + kLargestPacket + kSlack> block_;
+};
