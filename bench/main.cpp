@@ -138,6 +138,7 @@ int main(int argc, char** argv)
     addBitmapRows();
     addEffectRows();
     addLineSetRows();
+    addPictureRows();
 
     Collector times;
     benchmark::RunSpecifiedBenchmarks(&times);

@@ -15,3 +15,4 @@ void requireSame(bool same, const char* row);
 void addBitmapRows();
 void addEffectRows();
 void addLineSetRows();
+void addPictureRows();
