@@ -48,7 +48,7 @@ bool samePixels(const Bitmap& bitmap, const std::uint8_t* pixels)
     return std::equal(pixels, pixels + bytes, bitmap.getPixels());
 }
 
-// Libraries that read the same files; all but the first leave 24-bit pictures at 24 bits.
+// Libraries that read the same files; all but the first leave out the conversion to 32 bits.
 void addPeers([[maybe_unused]] const std::string& row, [[maybe_unused]] bool peersAgree,
               [[maybe_unused]] const std::shared_ptr<TemporaryFile>& file,
               [[maybe_unused]] const Bitmap& expected)
