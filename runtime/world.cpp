@@ -3,7 +3,13 @@
 #include "runtime/demo_clock.h"
 #include "runtime/part.h"
 #include "scenes/alkupart.h"
+#include "scenes/kolmaspart.h"
+#include "scenes/kuudespart.h"
+#include "scenes/loppupart.h"
+#include "scenes/neljaspart.h"
 #include "scenes/shared_objects.h"
+#include "scenes/tokapart.h"
+#include "scenes/viidespart.h"
 
 namespace {
 
@@ -19,13 +25,25 @@ void buildLineCanvas()
 void buildScenes()
 {
     sceneTable[0] = new Alkupart;
-    sceneTable[1] = new Tyhjapart;
-    sceneTable[2] = new Tyhjapart;
-    sceneTable[3] = new Tyhjapart;
-    sceneTable[4] = new Tyhjapart;
-    sceneTable[5] = new Tyhjapart;
-    sceneTable[6] = new Tyhjapart;
+    sceneTable[1] = new Tokapart;
+    sceneTable[2] = new Kolmaspart;
+    sceneTable[3] = new Neljaspart;
+    sceneTable[4] = new Viidespart;
+    sceneTable[5] = new Kuudespart;
+    sceneTable[6] = new Loppupart;
     sceneTable[7] = new Tyhjapart;
+}
+
+// The ground of several scenes, over the whole viewport in cells of 8 x 8 pixels.
+void buildSharedGrid()
+{
+    gridTexture.load("data/outohalko4_tumma.tga", 32);
+    gridTexture.makeTexture();
+
+    sharedGrid.setProjection(640, 272, 60.0F);
+    sharedGrid.build(0, 0, 640, 272, 80, 34, 10.0F);
+    sharedGrid.setTexture(gridTexture.getTextureName());
+    sharedGrid.setAlpha(1.0F);
 }
 
 } // namespace
@@ -34,5 +52,6 @@ void buildWorld()
 {
     buildLineCanvas();
     buildScenes();
+    buildSharedGrid();
     demoClock.start();
 }

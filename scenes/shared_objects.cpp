@@ -3,3 +3,13 @@
 // All in this one file, so that they are constructed in this order and destroyed in the reverse
 // one.
 Bitmap lineCanvas;
+GridMesh sharedGrid;
+GridWarp sharedWarp;
+Bitmap gridTexture;
+
+void drawWarpedGrid(float seconds)
+{
+    sharedWarp.setGrid(&sharedGrid);
+    sharedWarp.apply(seconds);
+    sharedGrid.draw();
+}

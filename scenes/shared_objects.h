@@ -3,6 +3,17 @@
 #pragma once
 
 #include "image/bitmap.h"
+#include "render/grid_mesh.h"
+#include "render/grid_warp.h"
 
 // The canvas of the opening scene's line figure: 512 x 256 pixels, 32 bits, with its texture.
 extern Bitmap lineCanvas;
+
+// The ground of three scenes: a grid over the whole viewport that shows the grid's picture, and
+// what makes it swell. Ready after the scenes' constructors, not before.
+extern GridMesh sharedGrid;
+extern GridWarp sharedWarp;
+extern Bitmap gridTexture;
+
+// Warps the shared grid for a time in seconds and draws it.
+void drawWarpedGrid(float seconds);

@@ -1,5 +1,8 @@
 // The whole program from outside: what it asks of SDL and OpenGL, in which order, and how it ends.
 
+#include "tests/show/fnv1a.h"
+#include "tests/show/gl_log.h"
+#include "tests/show/pictures.h"
 #include "tests/show/stage.h"
 
 #include <algorithm>
@@ -32,25 +35,61 @@ bool isDrawn(const Calls& frame)
 
 TEST(Show, StartsUpInOrder)
 {
+    // clang-format off
+    std::vector<::testing::Matcher<std::string>> wanted = {
+        "SDL_Init 0x20", "SDL_GL_SetAttribute 5 1", "SDL_SetVideoMode 640 480 16 0x2",
+        "SDL_ShowCursor 0", "glClearColor 0 0 0 0", "glShadeModel 0x1d01",
+        "glViewport 0 104 640 272", "glMatrixMode 0x1701", "glLoadIdentity",
+        "gluPerspective 60 2.35294127 0.1 400", "glMatrixMode 0x1700", "glLoadIdentity",
+        "glEnable 0xbe2", "glBlendFunc 0x302 0x303", "glHint 0xc50 0x1102",
+        "glHint 0xc51 0x1102", "SDL_OpenAudio 44100 32784 2 512", "SDL_Delay 1000",
+    };
+    // clang-format on
+    unsigned name = 0;
+    for (const Loaded& loaded : kAllLoaded) {
+        if ((loaded.how & kGrey) == 0) {
+            wanted.emplace_back("glGenTextures 1");
+            wanted.emplace_back(text("glBindTexture 0xde1 %u", ++name));
+            for (const char* parameter :
+                 {"2802 0x2901", "2803 0x2901", "2800 0x2601", "2801 0x2601"}) {
+                wanted.emplace_back(text("glTexParameteri 0xde1 0x%s", parameter));
+            }
+            // What a canvas begins with does not matter.
+            const std::vector<std::uint8_t> pixels = pixelsOf(loaded);
+            const unsigned long long hash = fnv1a(pixels.data(), pixels.size());
+            wanted.emplace_back(
+                StartsWith(text("glTexImage2D 0xde1 0 0x1908 %d %d 0 0x1908 0x1401 ", loaded.width,
+                                loaded.height) +
+                           (loaded.file.empty() ? "" : text("%016llx", hash))));
+        }
+        if ((loaded.how & kThenSeeds) != 0) {
+            wanted.emplace_back("srand 1234567890");
+        }
+    }
     const Outcome outcome = perform({.lastFrame = 1});
-    EXPECT_THAT(
-        outcome.startUp,
-        ElementsAre("SDL_Init 0x20", "SDL_GL_SetAttribute 5 1", "SDL_SetVideoMode 640 480 16 0x2",
-                    "SDL_ShowCursor 0", "glClearColor 0 0 0 0", "glShadeModel 0x1d01",
-                    "glViewport 0 104 640 272", "glMatrixMode 0x1701", "glLoadIdentity",
-                    "gluPerspective 60 2.35294127 0.1 400", "glMatrixMode 0x1700", "glLoadIdentity",
-                    "glEnable 0xbe2", "glBlendFunc 0x302 0x303", "glHint 0xc50 0x1102",
-                    "glHint 0xc51 0x1102", "SDL_OpenAudio 44100 32784 2 512", "SDL_Delay 1000",
-                    // The line canvas and its texture.
-                    "glGenTextures 1", "glBindTexture 0xde1 1",
-                    "glTexParameteri 0xde1 0x2802 0x2901", "glTexParameteri 0xde1 0x2803 0x2901",
-                    "glTexParameteri 0xde1 0x2800 0x2601", "glTexParameteri 0xde1 0x2801 0x2601",
-                    StartsWith("glTexImage2D 0xde1 0 0x1908 512 256 0 0x1908 0x1401"),
-                    // The opening scene's figure.
-                    "srand 1234567890"));
+    EXPECT_THAT(outcome.startUp, ::testing::ElementsAreArray(wanted));
     EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_CloseAudio", "SDL_Quit"));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+// By then those before it have their textures, and no others.
+TEST(Show, EndsAtAMissingPicture)
+{
+    std::set<std::string> seen = {""};
+    long textures = 0;
+    for (const Loaded& loaded : kAllLoaded) {
+        if (seen.insert(loaded.file).second) {
+            const Outcome outcome = perform({.lastFrame = 1, .missingPicture = loaded.file});
+            EXPECT_EQ(outcome.errors, "\n\nError opening data/" + loaded.file + "!\n\n");
+            EXPECT_EQ(outcome.status, 0);
+            EXPECT_THAT(outcome.frames, IsEmpty());
+            const Calls& calls = outcome.shutDown;
+            EXPECT_EQ(std::count(calls.begin(), calls.end(), "glGenTextures 1"), textures)
+                << loaded.file;
+        }
+        textures += (loaded.how & kGrey) == 0 ? 1 : 0;
+    }
 }
 
 TEST(Show, OpensFullScreenOrSilentlyAsTold)
@@ -106,30 +145,6 @@ TEST(Show, BeginsWhereTheStartSceneIs)
         EXPECT_EQ(outcome.status, 1);
         EXPECT_FALSE(isDrawn(outcome.frames.back()));
         EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_CloseAudio", "SDL_Quit"));
-    }
-}
-
-TEST(Show, SwitchesScenesAtTheFrameAfterTheirRow)
-{
-    const std::vector<Cue> cues = {
-        {0, 2,  0, 7 },
-        {0, 4,  1, 9 },
-        {0, 6,  2, 7 },
-        {0, 8,  3, 63},
-        {0, 10, 0, 7 },
-        {0, 12, 0, 8 }
-    };
-    for (const int framesPerSecond : {24, 60, 144}) {
-        const Outcome outcome =
-            perform({.module = scriptedModule(1, cues), .framesPerSecond = framesPerSecond});
-        const auto from = [&](int row) { return frameThatHears(0, row, framesPerSecond); };
-        ASSERT_EQ(static_cast<int>(outcome.frames.size()), from(12));
-        for (int number = from(2); number < from(12); ++number) {
-            const Calls& frame = outcome.frames[static_cast<std::size_t>(number - 1)];
-            const bool black =
-                number < from(4) || (number >= from(6) && number < from(8)) || number >= from(10);
-            EXPECT_EQ(frame, black ? kBlackFrame : Calls{}) << number << " at " << framesPerSecond;
-        }
     }
 }
 

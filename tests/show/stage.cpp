@@ -1,10 +1,13 @@
 #include "tests/show/stage.h"
 
+#include "tests/show/pictures.h"
+
 #include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kPatienceSeconds = 60;
+constexpr int kChannels = 16;
 
 std::string contents(const fs::path& path)
 {
@@ -26,6 +30,28 @@ fs::path newFolder()
 {
     std::string name = (fs::temp_directory_path() / "kso-stage-XXXXXX").string();
     return ::mkdtemp(name.data()) ? fs::path(name) : fs::path();
+}
+
+void write(const fs::path& path, const std::vector<std::uint8_t>& bytes)
+{
+    std::ofstream(path).write(reinterpret_cast<const char*>(bytes.data()),
+                              static_cast<std::streamsize>(bytes.size()));
+}
+
+void writePictures(const fs::path& folder, const std::string& without)
+{
+    static const auto kFiles = [] {
+        std::map<std::string, std::vector<std::uint8_t>> files;
+        for (const Loaded& loaded : kAllLoaded) {
+            files[loaded.file] = tgaOf(loaded);
+        }
+        return files;
+    }();
+    for (const auto& [file, bytes] : kFiles) {
+        if (!file.empty() && file != without) {
+            write(folder / file, bytes);
+        }
+    }
 }
 
 // The child's side: into the folder, streams to files, and off.
@@ -82,7 +108,7 @@ XmModule scriptedModule(int orders, const std::vector<Cue>& cues)
 {
     XmModule module;
     module.title = "script";
-    module.channels = 4;
+    module.channels = kChannels;
     for (int order = 0; order < orders; ++order) {
         module.orders.push_back(static_cast<std::uint8_t>(order));
         module.patterns.emplace_back(kRowsPerOrder, module.channels);
@@ -109,11 +135,9 @@ Outcome perform(const Performance& performance)
     if (!performance.moduleBytes.empty()) {
         std::ofstream(folder / "data/olvu.xm") << performance.moduleBytes;
     } else if (performance.module) {
-        const std::vector<std::uint8_t> file = writeXm(*performance.module);
-        std::ofstream(folder / "data/olvu.xm")
-            .write(reinterpret_cast<const char*>(file.data()),
-                   static_cast<std::streamsize>(file.size()));
+        write(folder / "data/olvu.xm", writeXm(*performance.module));
     }
+    writePictures(folder / "data", performance.missingPicture);
 
     const pid_t child = ::fork();
     if (child == 0) {

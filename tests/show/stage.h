@@ -1,5 +1,5 @@
-// Runs the real program on a stage of its own: a folder with a scripted module, and the stand-in
-// for SDL, OpenGL and the clock, which writes down every call.
+// Runs the real program on a stage of its own: a folder with a scripted module and test pictures,
+// and the stand-in for SDL, OpenGL and the clock, which writes down every call.
 #pragma once
 
 #include "art/music/xm.h"
@@ -11,8 +11,8 @@
 // A Zxx effect in a scripted module.
 struct Cue {
     int order;
-    int row; // 0 to 63; each lasts 5292 samples, 0.12 s
-    int channel;
+    int row;     // 0 to 63; each lasts 5292 samples, 0.12 s
+    int channel; // 0 to 15
     int value;
 };
 
@@ -34,6 +34,7 @@ struct Performance {
     std::string events = {};      // see stand_in.cpp
     std::string failingCall = {}; // see stand_in.cpp
     std::string moduleBytes = {}; // instead of `module`, if not empty
+    std::string missingPicture = {};
 };
 
 struct Outcome {

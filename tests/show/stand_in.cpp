@@ -1,6 +1,6 @@
 // Stands in for SDL, OpenGL and the clock when it is loaded before them (LD_PRELOAD): nothing is
 // shown or heard, and every call of the program becomes a line of a log: the name, then the
-// arguments.
+// arguments. OpenGL's part is in gl_log.cpp.
 //
 // The program lives in virtual time. A pass of its main loop, which ends when no event is left,
 // lasts one frame, and the audio callback is fed the frame's samples there. Environment variables
@@ -12,11 +12,9 @@
 //   STAND_IN_EVENTS  further events, "PASS:TYPE,PASS:TYPE,..." with SDL's type numbers
 //   STAND_IN_FAIL    the name of one SDL call that fails
 
-#include "tests/show/fnv1a.h"
+#include "tests/show/gl_log.h"
 
-#include <GL/gl.h>
 #include <SDL.h>
-#include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -42,26 +40,9 @@ std::uint64_t number(const char* name, const char* otherwise)
     return std::strtoull(setting(name, otherwise), nullptr, 10);
 }
 
-[[gnu::format(printf, 1, 2)]] void say(const char* format, ...)
-{
-    static std::FILE* const log = std::fopen(setting("STAND_IN_LOG", "/dev/null"), "w");
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vfprintf(log, format, arguments);
-    va_end(arguments);
-    std::fputc('\n', log);
-}
-
 bool fails(const char* call)
 {
     return std::strcmp(setting("STAND_IN_FAIL", ""), call) == 0;
-}
-
-unsigned long long fingerprint(const void* pixels, GLsizei width, GLsizei height, GLenum format)
-{
-    const std::size_t bytesPerPixel = format == GL_RGBA ? 4 : 3;
-    return fnv1a(pixels, bytesPerPixel * static_cast<std::size_t>(width) *
-                             static_cast<std::size_t>(height));
 }
 
 // The virtual world: how many passes are over, and what the program has opened in it.
@@ -72,6 +53,7 @@ bool audioOpen = false;
 bool audioPlays = false;
 SDL_AudioSpec audio{};
 std::multimap<std::uint64_t, Uint8> pendingEvents; // by pass
+std::uint64_t randomState = 1;
 
 void readEvents()
 {
@@ -108,12 +90,11 @@ void feedAudio()
 
 } // namespace
 
-// A call that does nothing but become a line of the log.
-#define NOTED(name, parameters, ...)                                                               \
-    void name parameters                                                                           \
-    {                                                                                              \
-        say(#name __VA_ARGS__);                                                                    \
-    }
+void tell(const std::string& line)
+{
+    static std::FILE* const log = std::fopen(setting("STAND_IN_LOG", "/dev/null"), "w");
+    std::fputs((line + '\n').c_str(), log);
+}
 
 // The libraries' headers name their parameters as they like.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
@@ -121,41 +102,52 @@ extern "C" {
 
 std::time_t time(std::time_t* now)
 {
-    constexpr std::time_t kNow = 1234567890;
     if (now) {
-        *now = kNow;
+        *now = kSeed;
     }
-    return kNow;
+    return kSeed;
 }
 
-NOTED(srand, (unsigned seed), " %u", seed)
+void srand(unsigned seed)
+{
+    tell(text("srand %u", seed));
+    randomState = seed;
+}
+
+int rand()
+{
+    return nextRandom(randomState);
+}
 
 // SDL
 
 int SDL_Init(Uint32 flags)
 {
-    say("SDL_Init 0x%x", flags);
+    tell(text("SDL_Init 0x%x", flags));
     return fails("SDL_Init") ? -1 : 0;
 }
 
-NOTED(SDL_Quit, ())
+void SDL_Quit()
+{
+    tell("SDL_Quit");
+}
 
 int SDL_GL_SetAttribute(SDL_GLattr attribute, int value)
 {
-    say("SDL_GL_SetAttribute %d %d", static_cast<int>(attribute), value);
+    tell(text("SDL_GL_SetAttribute %d %d", static_cast<int>(attribute), value));
     return 0;
 }
 
 SDL_Surface* SDL_SetVideoMode(int width, int height, int bitsPerPixel, Uint32 flags)
 {
     static SDL_Surface surface{};
-    say("SDL_SetVideoMode %d %d %d 0x%x", width, height, bitsPerPixel, flags);
+    tell(text("SDL_SetVideoMode %d %d %d 0x%x", width, height, bitsPerPixel, flags));
     return fails("SDL_SetVideoMode") ? nullptr : &surface;
 }
 
 int SDL_ShowCursor(int toggle)
 {
-    say("SDL_ShowCursor %d", toggle);
+    tell(text("SDL_ShowCursor %d", toggle));
     return 0;
 }
 
@@ -169,7 +161,7 @@ int SDL_PollEvent(SDL_Event* event)
         return 1;
     }
     ++passes;
-    say("-- pass %llu", static_cast<unsigned long long>(passes));
+    tell(text("-- pass %llu", static_cast<unsigned long long>(passes)));
     feedAudio();
     return 0;
 }
@@ -182,16 +174,19 @@ Uint32 SDL_GetTicks()
 
 void SDL_Delay(Uint32 milliseconds)
 {
-    say("SDL_Delay %u", milliseconds);
+    tell(text("SDL_Delay %u", milliseconds));
     delayed += milliseconds;
 }
 
-NOTED(SDL_GL_SwapBuffers, ())
+void SDL_GL_SwapBuffers()
+{
+    tell("SDL_GL_SwapBuffers");
+}
 
 int SDL_OpenAudio(SDL_AudioSpec* desired, SDL_AudioSpec* obtained)
 {
-    say("SDL_OpenAudio %d %d %d %d%s", desired->freq, desired->format, desired->channels,
-        desired->samples, obtained ? " obtained" : "");
+    tell(text("SDL_OpenAudio %d %d %d %d%s", desired->freq, desired->format, desired->channels,
+              desired->samples, obtained ? " obtained" : ""));
     if (fails("SDL_OpenAudio")) {
         return -1;
     }
@@ -207,57 +202,8 @@ void SDL_PauseAudio(int pause)
 
 void SDL_CloseAudio()
 {
-    say("SDL_CloseAudio");
+    tell("SDL_CloseAudio");
     audioOpen = false;
-}
-
-// OpenGL
-
-NOTED(glClearColor, (GLclampf r, GLclampf g, GLclampf b, GLclampf a), " %g %g %g %g", r, g, b, a)
-NOTED(glShadeModel, (GLenum mode), " 0x%x", mode)
-NOTED(glViewport, (GLint x, GLint y, GLsizei w, GLsizei h), " %d %d %d %d", x, y, w, h)
-NOTED(glMatrixMode, (GLenum mode), " 0x%x", mode)
-NOTED(glLoadIdentity, ())
-NOTED(gluPerspective, (GLdouble fovY, GLdouble aspect, GLdouble zNear, GLdouble zFar),
-      " %.9g %.9g %.9g %.9g", fovY, aspect, zNear, zFar)
-NOTED(glEnable, (GLenum capability), " 0x%x", capability)
-NOTED(glDisable, (GLenum capability), " 0x%x", capability)
-NOTED(glBlendFunc, (GLenum source, GLenum target), " 0x%x 0x%x", source, target)
-NOTED(glHint, (GLenum target, GLenum mode), " 0x%x 0x%x", target, mode)
-NOTED(glClear, (GLbitfield mask), " 0x%x", mask)
-NOTED(glBindTexture, (GLenum target, GLuint name), " 0x%x %u", target, name)
-NOTED(glTexParameteri, (GLenum target, GLenum name, GLint value), " 0x%x 0x%x 0x%x", target, name,
-      value)
-NOTED(glTexEnvf, (GLenum target, GLenum name, GLfloat value), " 0x%x 0x%x 0x%x", target, name,
-      static_cast<unsigned>(value))
-NOTED(glTexImage2D,
-      (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border,
-       GLenum format, GLenum type, const GLvoid* pixels),
-      " 0x%x %d 0x%x %d %d %d 0x%x 0x%x %016llx", target, level, internal, w, h, border, format,
-      type, fingerprint(pixels, w, h, format))
-NOTED(glTexSubImage2D,
-      (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format,
-       GLenum type, const GLvoid* pixels),
-      " 0x%x %d %d %d %d %d 0x%x 0x%x %016llx", target, level, x, y, w, h, format, type,
-      fingerprint(pixels, w, h, format))
-NOTED(glPushMatrix, ())
-NOTED(glPopMatrix, ())
-NOTED(glTranslatef, (GLfloat x, GLfloat y, GLfloat z), " %.9g %.9g %.9g", x, y, z)
-NOTED(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z), " %.9g %g %g %g", angle, x, y, z)
-NOTED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), " %g %g %g %g", r, g, b, a)
-NOTED(glBegin, (GLenum mode), " 0x%x", mode)
-NOTED(glEnd, ())
-NOTED(glTexCoord2fv, (const GLfloat* v), " %.9g %.9g", v[0], v[1])
-NOTED(glVertex3fv, (const GLfloat* v), " %.9g %.9g %.9g", v[0], v[1], v[2])
-NOTED(glFlush, ())
-
-void glGenTextures(GLsizei count, GLuint* names)
-{
-    static GLuint next = 1;
-    say("glGenTextures %d", count);
-    for (GLsizei i = 0; i < count; ++i) {
-        names[i] = next++;
-    }
 }
 
 } // extern "C"

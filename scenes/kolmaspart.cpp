@@ -1,0 +1,98 @@
+#include "scenes/kolmaspart.h"
+
+#include "scenes/pictures.h"
+#include "scenes/shared_objects.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+#include <cmath>
+
+namespace {
+
+constexpr float kQuadDepth = 20.0F;
+constexpr float kTilt = 0.7F;     // degrees about the x axis
+constexpr float kWarpPush = 2.0F; // seconds
+constexpr int kCopies = 25;
+constexpr int kCopySize = 255; // pixels
+
+float flicker(float seconds)
+{
+    const double slow = 0.5 * (std::sin(15.0 * seconds) + 1.0);
+    const double fast = 0.5 * (std::sin(30.0 * seconds + 23423.23) + 1.0);
+    return static_cast<float>(0.3 * (slow + fast) + 0.05);
+}
+
+// One step of the walk. The sines are so fast that a step depends on the last bits of their
+// arguments, which is what makes the walk look random.
+int stepX(float seconds, int i, float scale)
+{
+    const double phase = 7.25 * seconds * i;
+    return static_cast<int>(std::sin(50.203 * seconds * i) * std::sin(phase) * (2.0 + scale));
+}
+
+int stepY(float seconds, int i, float scale)
+{
+    const double phase = 7.25 * seconds * i;
+    return static_cast<int>(std::sin(2340.33 * seconds * i) * std::sin(phase + 21234.32) *
+                            (2.0 + scale));
+}
+
+} // namespace
+
+Kolmaspart::Kolmaspart()
+{
+    loadKeyed(image_, "data/additiivinen_aivo.tga");
+    quad_.init(kQuadDepth);
+    quad_.setRotationX(kTilt);
+}
+
+void Kolmaspart::syncEvent(int value)
+{
+    switch (value) {
+    case 128:
+        stepScale_ = 2.5F;
+        break;
+    case 129:
+        stepScale_ = 10.0F;
+        break;
+    case 130:
+        stepScale_ = 20.0F;
+        break;
+    case 131:
+        timeOffset_ += kWarpPush;
+        break;
+    default:
+        break;
+    }
+}
+
+// The last copy of the trail is added twice.
+void Kolmaspart::drawFrame(float seconds)
+{
+    glClear(GL_COLOR_BUFFER_BIT);
+    drawWarpedGrid(seconds + timeOffset_);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    quad_.setTexture(image_.getTextureName());
+    const float alpha = flicker(seconds);
+    image_.updateTexture();
+
+    int x = 192;
+    int y = 0;
+    for (int i = 0; i < kCopies; ++i) {
+        x += stepX(seconds, i, stepScale_);
+        y += stepY(seconds, i, stepScale_);
+        drawCopy(x, y, alpha);
+    }
+    drawCopy(x, y, alpha);
+
+    SDL_GL_SwapBuffers();
+}
+
+void Kolmaspart::drawCopy(int x, int y, float alpha)
+{
+    quad_.setAlpha(alpha);
+    quad_.place(x, y, kCopySize, kCopySize);
+    quad_.draw();
+}

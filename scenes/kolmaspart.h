@@ -1,0 +1,27 @@
+#pragma once
+
+#include "image/bitmap.h"
+#include "render/screen_quad.h"
+#include "runtime/part.h"
+
+// Scene 2, the image trail: over the warped grid, 25 copies of one picture, added up, scatter from
+// the top centre in a trembling walk and flicker.
+//
+// Sync events 128, 129 and 130 choose small, wide and very wide steps; 131 pushes the warp two
+// seconds ahead. Leaves additive blending on.
+class Kolmaspart : public Part {
+public:
+    // Loads the picture from "data". Needs the display.
+    Kolmaspart();
+
+    void syncEvent(int value) override;
+    void drawFrame(float seconds) override;
+
+private:
+    void drawCopy(int x, int y, float alpha);
+
+    Bitmap image_;
+    ScreenQuad quad_;
+    float stepScale_ = 5.0F;  // pixels, of a step of the walk
+    float timeOffset_ = 0.0F; // seconds, of the warp
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "image/bitmap.h"
+#include "render/bump_tube.h"
+#include "render/screen_quad.h"
+#include "runtime/part.h"
+
+#include <array>
+#include <cstddef>
+
+// Scene 5, the tube and the greetings: a flight through a bulging, lit tube that rolls and sways,
+// and over it ten greeting lines, bands of one picture, at places drawn at random once.
+//
+// Sync events 128 to 137 light one line each, which then fades by 2 % per drawn frame. Leaves depth
+// testing on with GL_ALWAYS, and blending on.
+class Kuudespart : public Part {
+public:
+    // Loads the pictures from "data". Needs the display.
+    Kuudespart();
+
+    void syncEvent(int value) override;
+    void drawFrame(float seconds) override;
+
+private:
+    static constexpr std::size_t kLines = 10;
+
+    struct Position {
+        int x, y; // pixels of the viewport, a line's top left corner
+    };
+
+    void drawLine(std::size_t k);
+
+    float tilt_ = 0.0F; // degrees about the x axis, of this frame
+    BumpTube tube_;
+    Bitmap heightMap_;
+    Bitmap lightImage_;
+    Bitmap ballImage_;
+    Bitmap greetImage_;
+    std::array<float, kLines> lineAlpha_{};
+    ScreenQuad greetQuad_;
+    std::array<Position, kLines> linePos_{};
+};

@@ -1,0 +1,157 @@
+#include "scenes/viidespart.h"
+
+#include "scenes/shared_objects.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace {
+
+constexpr int kFirstEvent = 128;
+constexpr float kNearZ = -0.5F;
+constexpr int kCopies = 25;
+
+// Per drawn frame.
+constexpr double kRecession = 0.1;
+constexpr double kGridFade = 0.03;
+constexpr double kSpreadDecay = 0.05;
+
+constexpr double kFaintestGrid = 0.5;
+constexpr double kRestingSpread = 1.0;
+constexpr float kSmallBlow = 1.25F;
+constexpr float kLargeBlow = 3.75F;
+
+struct Colour {
+    float r, g, b;
+};
+constexpr std::array kLineColours = {
+    Colour{0.0875F, 0.1125F, 0.2375F},
+    Colour{0.1875F, 0.0875F, 0.05F  },
+    Colour{0.1375F, 0.0875F, 0.1875F},
+};
+
+// Where copy i of a cloud trembles to. The sines are so fast that this depends on the last bits of
+// their arguments.
+float tremble(float spread, double speed, float seconds, int i, double phase)
+{
+    return static_cast<float>(spread * std::sin(speed * seconds * i + phase));
+}
+
+} // namespace
+
+Viidespart::Viidespart()
+{
+    for (CubeMesh& cube : cubes_) {
+        cube.build(1.0F);
+    }
+    offsets_.fill({0.0F, 0.0F, kNearZ});
+}
+
+void Viidespart::syncEvent(int value)
+{
+    const int event = value - kFirstEvent;
+    if (event >= 0 && event < static_cast<int>(eventFlags_.size())) {
+        eventFlags_[static_cast<std::size_t>(event)] = 1;
+    }
+}
+
+void Viidespart::drawFrame(float seconds)
+{
+    glDisable(GL_DEPTH_TEST);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glEnable(GL_BLEND);
+    sharedWarp.setGrid(&sharedGrid);
+    sharedWarp.apply(seconds);
+
+    advance();
+    styleCubes();
+
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    sharedGrid.setAlpha(gridAlpha_);
+    sharedGrid.draw();
+
+    glBlendFunc(GL_DST_COLOR, GL_ONE);
+    placeCubes(seconds);
+    drawClouds(seconds);
+
+    SDL_GL_SwapBuffers();
+}
+
+// One frame's step of everything that events move.
+void Viidespart::advance()
+{
+    auto& [reset, smallBlow, largeBlow, otherReset] = eventFlags_;
+    if (reset != 0 || otherReset != 0) {
+        for (Offset& offset : offsets_) {
+            offset.z = kNearZ;
+        }
+        gridAlpha_ = 1.0F;
+        reset = 0;
+        otherReset = 0;
+    } else {
+        for (Offset& offset : offsets_) {
+            offset.z = static_cast<float>(offset.z - kRecession);
+        }
+    }
+
+    if (gridAlpha_ - kGridFade > kFaintestGrid) {
+        gridAlpha_ = static_cast<float>(gridAlpha_ - kGridFade);
+    }
+    if (spread_ > kRestingSpread) {
+        spread_ = static_cast<float>(spread_ - kSpreadDecay);
+    }
+    if (smallBlow != 0) {
+        spread_ += kSmallBlow;
+        smallBlow = 0;
+    }
+    if (largeBlow != 0) {
+        spread_ += kLargeBlow;
+        largeBlow = 0;
+    }
+}
+
+void Viidespart::styleCubes()
+{
+    for (std::size_t i = 0; i < kCubes; ++i) {
+        CubeMesh& cube = cubes_[i];
+        cube.setDrawMode(2);
+        cube.setAlpha(0.1F);
+        cube.setScale(2.0F, 2.0F, 2.0F);
+        cube.setLineWidth(5.0F);
+        const auto& [r, g, b] = kLineColours[i];
+        cube.setLineColour(r, g, b);
+    }
+}
+
+// All spin alike; one swings against the other, and the third up and down.
+void Viidespart::placeCubes(float seconds)
+{
+    for (CubeMesh& cube : cubes_) {
+        cube.setRotation(static_cast<float>(375.5 * seconds), static_cast<float>(365.75 * seconds),
+                         static_cast<float>(335.7 * seconds));
+    }
+    const double swing = std::sin(static_cast<double>(seconds));
+    offsets_[0].x = static_cast<float>(4.5 * swing);
+    offsets_[0].y = static_cast<float>(2.0 * swing);
+    offsets_[1].x = static_cast<float>(-4.5 * swing);
+    offsets_[1].y = static_cast<float>(2.0 * swing);
+    offsets_[2].x = 0.0F;
+    offsets_[2].y = static_cast<float>(-4.5 * swing);
+}
+
+void Viidespart::drawClouds(float seconds)
+{
+    for (int i = 0; i < kCopies; ++i) {
+        const float x = tremble(spread_, 123.32, seconds, i, 0.0);
+        const float y = tremble(spread_, 1133.23, seconds, i, 234.324);
+        const float z = tremble(spread_, 1123.4, seconds, i, 234.324);
+        for (std::size_t k = 0; k < kCubes; ++k) {
+            const Offset& offset = offsets_[k];
+            cubes_[k].setPosition(offset.x + x, offset.y + y, offset.z + z);
+            cubes_[k].draw();
+        }
+    }
+}

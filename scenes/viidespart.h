@@ -1,0 +1,39 @@
+#pragma once
+
+#include "render/cube_mesh.h"
+#include "runtime/part.h"
+
+#include <array>
+#include <cstddef>
+
+// Scene 4, the wire cubes: over the warped grid three spinning cubes, each a cloud of 25 trembling
+// copies whose faint lines brighten what is below, recede from frame to frame.
+//
+// Sync events act in the next frame, each once however often it came: 128 and 131 pull the cubes
+// back and flash the grid, 129 and 130 blow the clouds apart, little and much. Leaves depth testing
+// off and blending on with (GL_DST_COLOR, GL_ONE); the shared grid keeps the alpha of this scene.
+class Viidespart : public Part {
+public:
+    Viidespart();
+
+    void syncEvent(int value) override;
+    void drawFrame(float seconds) override;
+
+private:
+    static constexpr std::size_t kCubes = 3;
+
+    struct Offset {
+        float x, y, z;
+    };
+
+    void advance();
+    void styleCubes();
+    void placeCubes(float seconds);
+    void drawClouds(float seconds);
+
+    std::array<CubeMesh, kCubes> cubes_;
+    std::array<int, 4> eventFlags_{}; // of events 128 to 131
+    float spread_ = 0.5F;             // world units between the copies of a cloud
+    std::array<Offset, kCubes> offsets_;
+    float gridAlpha_ = 0.25F;
+};
