@@ -19,6 +19,11 @@
 #include <string>
 #include <vector>
 
+#ifdef KSO_BENCH_OPENCV
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#endif
+
 namespace {
 
 // One frame after the other, over and over.
@@ -148,6 +153,42 @@ void addTubeRow()
     addForm(kRow, "plain", [stage, plain] { plain(stage->times.next()); });
 }
 
+#ifdef KSO_BENCH_OPENCV
+
+// The same idea with the library's own means: pictures shrunk toward the centre, averaged. What is
+// outside counts as black here, so the borders differ.
+void addOpenCvBlur(const char* row, const std::vector<std::uint8_t>& pixels, int width, int height,
+                   int levels)
+{
+    const cv::Mat source =
+        cv::Mat(height, width, CV_8UC4, const_cast<std::uint8_t*>(pixels.data())).clone();
+    addForm(row, "opencv",
+            [source, levels, zoomed = cv::Mat(), sum = cv::Mat(), blurred = cv::Mat()]() mutable {
+                sum.create(source.size(), CV_16UC4);
+                sum.setTo(0);
+                const double x = source.cols / 2.0;
+                const double y = source.rows / 2.0;
+                for (int level = 0; level < levels; ++level) {
+                    const double scale = 1.0 + 0.1 * level;
+                    const cv::Matx23d place = {scale, 0.0,   x - x * scale,
+                                               0.0,   scale, y - y * scale};
+                    cv::warpAffine(source, zoomed, place, source.size(),
+                                   cv::INTER_NEAREST | cv::WARP_INVERSE_MAP);
+                    cv::add(sum, zoomed, sum, cv::noArray(), CV_16U);
+                }
+                sum.convertTo(blurred, CV_8U, 1.0 / levels);
+            });
+}
+
+#else
+
+void addOpenCvBlur(const char* /*row*/, const std::vector<std::uint8_t>& /*pixels*/, int /*width*/,
+                   int /*height*/, int /*levels*/)
+{
+}
+
+#endif
+
 void addBlurRow()
 {
     constexpr int kWidth = 256;
@@ -186,6 +227,7 @@ void addBlurRow()
     requireSame(stage->target == stage->plainTarget, kRow);
     addForm(kRow, "kso", own);
     addForm(kRow, "plain", plain);
+    addOpenCvBlur(kRow, stage->source, kWidth, kHeight, kLevels);
 }
 
 } // namespace
