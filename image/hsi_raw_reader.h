@@ -3,9 +3,9 @@
 // none.
 #pragma once
 
-#include "image/tga_reader.h"
+#include "image/loaded_image.h"
 
-// Reads a file whole; bytes and rows stay as they come. Pixels that a short file lacks are black.
+// Reads a file whole; bytes and rows stay as they come. What a short file lacks is zeros.
 // Dies, with a message on standard error and status 0, when it cannot be opened, is of another
 // format, has more than 256 colours, or when there is no memory.
 void readHsiRaw(const char* path, LoadedImage& image);

@@ -12,9 +12,10 @@
 
 namespace {
 
-// Larger than every picture of the show. A picture that lacks more than this, and more than it has,
-// is not a file that was cut short.
+// A picture may lack as many pixels as this, which is more than any of the show's pictures has, or
+// so many times what its file holds. Beyond both, memory for it would be out of proportion.
 constexpr auto kMissingPixels = std::uint64_t{2048} * 2048;
+constexpr std::uint64_t kMissingShare = 63;
 
 // Waits for nobody: a pipe without a writer opens too, and is then refused.
 int openToRead(const char* path)
@@ -70,7 +71,8 @@ PixelBuffer allocatePicture(std::int32_t width, std::int32_t height, std::size_t
     const auto w = static_cast<std::uint32_t>(width);
     const auto h = static_cast<std::uint32_t>(height);
     const std::uint64_t pixels = std::uint64_t{w} * h;
-    if (pixels > supplied && pixels - supplied > std::max(kMissingPixels, supplied)) {
+    if (pixels > supplied &&
+        pixels - supplied > std::max(kMissingPixels, kMissingShare * supplied)) {
         return nullptr;
     }
     return allocatePixels(w, h, static_cast<std::uint32_t>(bytesPerPixel));

@@ -1,7 +1,6 @@
 // A picture's file, read once from its first byte to its last.
 //
-// Reading never fails: behind its end a file counts as zeros, so what is missing of a picture that
-// was cut short is black.
+// Reading never fails: behind its end a file counts as zeros.
 #pragma once
 
 #include "image/pixel_buffer.h"
@@ -39,6 +38,6 @@ private:
 };
 
 // Memory for a picture of which the file can supply at most `supplied` pixels. Empty when there is
-// none and, before any of it is touched, when a huge picture is almost all missing.
+// none and, before any of it is touched, when all but a 64th of a huge picture is missing.
 PixelBuffer allocatePicture(std::int32_t width, std::int32_t height, std::size_t bytesPerPixel,
                             std::uint64_t supplied);

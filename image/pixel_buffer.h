@@ -15,6 +15,9 @@ using PixelBuffer = std::unique_ptr<std::uint8_t[], FreeMemory>; // NOLINT(moder
 
 // Memory for `width` x `height` pixels; empty when there is none, or when the size in bytes does
 // not fit. A size of nothing gives a buffer that holds no byte.
+//
+// OpenGL takes rows of 24-bit pixels in steps of four bytes, so behind those lies as much again as
+// it may read too far.
 inline PixelBuffer allocatePixels(std::uint32_t width, std::uint32_t height,
                                   std::uint32_t bytesPerPixel)
 {
@@ -22,9 +25,10 @@ inline PixelBuffer allocatePixels(std::uint32_t width, std::uint32_t height,
 
     // The product of two 32-bit numbers fits into 64 bits; only the third factor can overflow.
     const std::uint64_t pixels = std::uint64_t{width} * height;
-    if (bytesPerPixel != 0 && pixels > kLargest / bytesPerPixel) {
+    const std::uint64_t readTooFar = bytesPerPixel == 3 ? std::uint64_t{3} * height : 1;
+    if (bytesPerPixel != 0 && pixels > (kLargest - readTooFar) / bytesPerPixel) {
         return nullptr;
     }
-    const auto bytes = static_cast<std::size_t>(pixels * bytesPerPixel);
-    return PixelBuffer{static_cast<std::uint8_t*>(std::malloc(bytes == 0 ? 1 : bytes))};
+    const auto bytes = static_cast<std::size_t>(pixels * bytesPerPixel + readTooFar);
+    return PixelBuffer{static_cast<std::uint8_t*>(std::malloc(bytes))};
 }

@@ -144,7 +144,7 @@ void requireImage(const TgaHeader& header, const char* path)
         fatal(stderr, 0, "\n\nNo image data in %s\n\n", path);
     }
     const unsigned plainType = header.imageType & ~8U;
-    if (plainType < 1 || plainType > 3 || header.imageType > 11) {
+    if (plainType < 1 || plainType > 3) {
         fatal(stderr, 0, "\n\nError! Unsupported image type in %s!!\n\n", path);
     }
     if (header.width < 0 || header.height < 0) {

@@ -3,27 +3,14 @@
 // Specification", version 2.0; of that this reads the header, the colour map and the pixels.
 #pragma once
 
-#include "image/bitmap.h"
-#include "image/pixel_buffer.h"
-
-#include <array>
-#include <cstdint>
-
-// A picture as a file holds it, in the layouts of image/bitmap.h.
-struct LoadedImage {
-    std::array<PaletteEntry, 256> palette{}; // entries that the file lacks are black
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    std::int32_t bpp = 0; // 8, 15, 16, 24 or 32
-    PixelBuffer pixels;
-};
+#include "image/loaded_image.h"
 
 // Reads a file whole. 16-bit pixels are 5-5-5 (reported as 15) where the header announces one
-// attribute bit, 5-6-5 where it announces none. Pixels that a short file lacks are black.
+// attribute bit, 5-6-5 where it announces none. Pixels and palette entries that the file lacks are
+// zeros.
 //
-// Dies, with the message on standard error and status 0, when the file cannot be opened
-// ("\n\nError opening %s!\n\n"), when it says something that it must not, and when there is no
-// memory. Beside the format's known refusals these are "\n\nError! Unsupported image type in
-// %s!!\n\n", "\n\nError! Negative size in %s!!\n\n" and, for another depth, what the conversion
-// says of it: "\n\nError! Not a valid bitdepth for the source!!\n\n".
+// Dies, with a message on standard error and status 0, when the file cannot be opened, holds no
+// image or one of an unknown type, depth or number of attribute bits, has a negative size or a
+// colour map that is not of up to 256 colours of 24 bits, and when there is no memory, or far more
+// is asked for than the file could fill.
 void readTga(const char* path, LoadedImage& image);

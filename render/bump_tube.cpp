@@ -13,8 +13,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <memory>
-#include <new>
 
 namespace {
 
@@ -27,7 +25,7 @@ constexpr double kRadiiPerHeight = 0.022222223;
 constexpr int kMapWidthBits = 10;
 constexpr std::uint32_t kMapWidth = 1U << kMapWidthBits;
 constexpr std::uint32_t kMapMask = kMapWidth * kMapWidth - 1;
-constexpr int kTexelsPerVertex = 16;
+constexpr std::uint32_t kTexelsPerVertex = 16;
 
 // Positions in the maps are 16.16 fixed point.
 constexpr int kFractionBits = 16;
@@ -60,6 +58,14 @@ float fraction(std::int32_t position)
     return static_cast<float>(position & kFractionMask) / kOneTexel;
 }
 
+// The texel below a vertex. A very long tube runs over the maps more than once.
+std::int32_t texelOf(int column, int ring)
+{
+    const auto row = static_cast<std::uint32_t>(ring) << kMapWidthBits;
+    return static_cast<std::int32_t>((row + static_cast<std::uint32_t>(column)) * kTexelsPerVertex &
+                                     kMapMask);
+}
+
 // The height between four texels; the map goes on at its start where it ends.
 float height(const std::uint8_t* map, std::uint32_t texel, float fx, float fy)
 {
@@ -75,10 +81,11 @@ float height(const std::uint8_t* map, std::uint32_t texel, float fx, float fy)
     return top + (bottom - top) * fy;
 }
 
+// One entry for each vertex.
 template <class Entry>
-auto allocate(std::size_t count)
+Array<Entry> allocate(int slices, int stacks)
 {
-    std::unique_ptr<Entry[]> entries{new (std::nothrow) Entry[count]}; // NOLINT(*-avoid-c-arrays)
+    auto entries = allocateArray<Entry>({std::int64_t{slices} + 1, std::int64_t{stacks} + 1});
     if (entries == nullptr) {
         fatal(stderr, 0, "\nError allocating memory!\n");
     }
@@ -97,15 +104,12 @@ void BumpTube::build(int slices, int stacks, float radius, float length)
 {
     slices_ = slices;
     stacks_ = stacks;
-    radius_ = radius;
     length_ = length;
 
-    const std::size_t count =
-        (static_cast<std::size_t>(slices) + 1) * (static_cast<std::size_t>(stacks) + 1);
-    baseVertices_ = allocate<Vertex>(count);
-    vertices_ = allocate<Vertex>(count);
-    radiusScale_ = allocate<float>(count);
-    mapOffset_ = allocate<std::int32_t>(count);
+    baseVertices_ = allocate<Vertex>(slices, stacks);
+    vertices_ = allocate<Vertex>(slices, stacks);
+    radiusScale_ = allocate<float>(slices, stacks);
+    mapOffset_ = allocate<std::int32_t>(slices, stacks);
 
     const auto sliceCount = static_cast<float>(slices);
     const auto stackCount = static_cast<float>(stacks);
@@ -117,7 +121,7 @@ void BumpTube::build(int slices, int stacks, float radius, float length)
                                           -length * static_cast<float>(r) / stackCount,
                                           static_cast<float>(c) / sliceCount,
                                           static_cast<float>(r) / stackCount};
-            mapOffset_[index(c, r)] = ((r << kMapWidthBits) + c) * kTexelsPerVertex;
+            mapOffset_[index(c, r)] = texelOf(c, r);
         }
     }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "render/arrays.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 // A long tube seen from inside, whose wall bulges as two height maps scroll across it. A base
@@ -63,13 +64,12 @@ private:
     void light();
     void drawStrips(float time) const;
 
-    std::unique_ptr<Vertex[]> baseVertices_;    // NOLINT(modernize-avoid-c-arrays): at rest
-    std::unique_ptr<Vertex[]> vertices_;        // NOLINT(modernize-avoid-c-arrays): this frame's
-    std::unique_ptr<float[]> radiusScale_;      // NOLINT(modernize-avoid-c-arrays)
-    std::unique_ptr<std::int32_t[]> mapOffset_; // NOLINT(modernize-avoid-c-arrays): in texels
+    Array<Vertex> baseVertices_;    // at rest
+    Array<Vertex> vertices_;        // this frame's
+    Array<float> radiusScale_;      // this frame's
+    Array<std::int32_t> mapOffset_; // in texels
     std::int32_t slices_ = 0;
     std::int32_t stacks_ = 0;
-    float radius_ = 0.0F;
     float length_ = 0.0F;
     std::uint32_t baseTexture_ = 0;
     std::uint32_t lightTexture_ = 0;

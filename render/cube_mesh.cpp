@@ -46,7 +46,6 @@ enum DrawMode { kColoured = 1, kWire = 2, kTextured = 3 };
 
 void CubeMesh::build(float halfSize)
 {
-    halfSize_ = halfSize;
     for (std::size_t i = 0; i < corners_.size(); ++i) {
         const UnitCorner& unit = kUnitCorners[i];
         corners_[i] = {

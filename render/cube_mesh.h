@@ -6,8 +6,8 @@
 // A cube of twelve triangles, drawn through OpenGL's matrix stack in one of three styles: triangles
 // of flat colours (1), wire lines (2) or textured triangles (3). Any other style draws nothing.
 //
-// The cube is turned about its own centre (degrees, x before y before z), then scaled, then moved
-// (world units). It owns nothing; a texture is borrowed by name. Mode, position, rotation and
+// The cube is turned about its own centre (in degrees, about z, then y, then x), then scaled, then
+// moved (world units). It owns nothing; a texture is borrowed by name. Mode, position, rotation and
 // scale, and for wire lines alpha, width and colour, must be set before the first draw.
 class CubeMesh {
 public:
@@ -47,7 +47,6 @@ private:
     std::uint32_t texture_ = 0;
     float alpha_ = 0.0F;
     std::int32_t drawMode_ = 0;
-    float halfSize_ = 0.0F;
     Vector position_{};
     Vector rotation_{};
     Vector scale_{};

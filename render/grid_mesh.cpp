@@ -8,17 +8,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <new>
 
 namespace {
 
-// Floats for `slots` of `perSlot` each; dies where there is no memory, or no such number.
-float* allocateFloats(std::int64_t slots, std::int64_t perSlot)
+// As many floats for each slot of each row.
+Array<float> allocateFloats(int rows, int columns, int perSlot)
 {
-    float* floats = nullptr;
-    if (slots >= 0) {
-        floats = new (std::nothrow) float[static_cast<std::size_t>(slots * perSlot)];
-    }
+    const std::int64_t rowSlots = 2 * (std::int64_t{columns} + 2);
+    auto floats = allocateArray<float>({rows, rowSlots, perSlot});
     if (floats == nullptr) {
         fatal(stdout, 1, "\n\nError!!!\n\n");
     }
@@ -39,10 +36,6 @@ void GridMesh::build(int x, int y, int width, int height, int columns, int rows,
 {
     columns_ = columns;
     rows_ = rows;
-    rectX_ = x;
-    rectY_ = y;
-    rectWidth_ = width;
-    rectHeight_ = height;
     offsetX_ = 0.0F;
     offsetY_ = 0.0F;
     offsetZ_ = -depth;
@@ -57,9 +50,8 @@ void GridMesh::build(int x, int y, int width, int height, int columns, int rows,
     const float left = -viewWidth / 2.0F + viewWidth * static_cast<float>(x) / viewportWidth;
     const float top = viewHeight / 2.0F - viewHeight * static_cast<float>(y) / viewportHeight;
 
-    const std::int64_t slots = std::int64_t{rows} * (2 * std::int64_t{columns} + 4);
-    vertices_.reset(allocateFloats(slots, 3));
-    texCoords_.reset(allocateFloats(slots, 2));
+    vertices_ = allocateFloats(rows, columns, 3);
+    texCoords_ = allocateFloats(rows, columns, 2);
 
     const auto columnCount = static_cast<float>(columns);
     const auto rowCount = static_cast<float>(rows);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "render/arrays.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 // A flat, textured grid that covers a pixel rectangle of the viewport exactly: the canvas of the
 // scenes that ripple a picture. Its vertices never move; deformers rewrite its texture coordinates.
@@ -42,8 +43,8 @@ public:
     // Pairs s, t by slot, for rewriting in place.
     [[nodiscard]] float* texCoords() { return texCoords_.get(); }
 
-    // Pairs s, t in one strip's block; the top copy of (r, c) is at r * stripStride() + 4c, the
-    // bottom copy of (r + 1, c) two floats behind it.
+    // Floats from one strip's texture coordinates to the next one's. The top copy of (r, c) is at
+    // r * stripStride() + 4c, the bottom copy of (r + 1, c) two floats behind it.
     [[nodiscard]] std::ptrdiff_t stripStride() const { return 4 * (std::ptrdiff_t{columns_} + 2); }
 
     // Draws with the current blend and depth state. Leaves the model-view matrix as it was, the
@@ -51,10 +52,8 @@ public:
     void draw() const;
 
 private:
-    using FloatArray = std::unique_ptr<float[]>; // NOLINT(modernize-avoid-c-arrays)
-
-    FloatArray vertices_;  // x, y, z by slot
-    FloatArray texCoords_; // s, t by slot
+    Array<float> vertices_;  // x, y, z by slot
+    Array<float> texCoords_; // s, t by slot
     std::int32_t columns_ = 0;
     std::int32_t rows_ = 0;
     std::uint32_t texture_ = 0;
@@ -64,10 +63,6 @@ private:
     float alpha_ = 0.0F;
     float fovDegrees_ = 0.0F;
     float aspect_ = 0.0F;
-    std::int32_t rectX_ = 0;
-    std::int32_t rectY_ = 0;
-    std::int32_t rectWidth_ = 0;
-    std::int32_t rectHeight_ = 0;
     std::int32_t viewportWidth_ = 0;
     std::int32_t viewportHeight_ = 0;
 };

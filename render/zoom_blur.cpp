@@ -21,7 +21,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <new>
+#include <initializer_list>
 
 namespace {
 
@@ -33,19 +33,22 @@ constexpr std::uint32_t kOuter = 0x00ff00ffU; // channels 0 and 2 of a pixel
 constexpr std::uint32_t kLowest = 0x000000ffU;
 constexpr std::uint32_t kLowerSum = 0x0000ffffU;
 
-// A pixel as the number that has its first byte lowest.
+// From a pixel in memory to the number that has its first byte lowest, and back.
+std::uint32_t firstByteLowest(std::uint32_t word)
+{
+    return std::endian::native == std::endian::big ? __builtin_bswap32(word) : word;
+}
+
 std::uint32_t pixelAt(const std::uint8_t* bytes)
 {
     std::uint32_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
-    if constexpr (std::endian::native == std::endian::big) {
-        word = __builtin_bswap32(word);
-    }
-    return word;
+    return firstByteLowest(word);
 }
 
 // What a sum is multiplied by to divide it by a count: a little more than one part, so that the
-// whole number that it is cut to is never one too small.
+// whole number that it is cut to is never one too small. For every sum there
+// is, this is proved below.
 constexpr float reciprocalOf(int count)
 {
     constexpr float kLittleMore = 1.0F + 0x1p-16F;
@@ -71,6 +74,16 @@ constexpr bool quotientsAreExact()
     return true;
 }
 static_assert(quotientsAreExact());
+
+template <class Entry>
+Array<Entry> allocate(std::initializer_list<std::int64_t> sizes)
+{
+    auto entries = allocateArray<Entry>(sizes);
+    if (entries == nullptr) {
+        fatal(stderr, 0, "\nError allocating memory!!!\n");
+    }
+    return entries;
+}
 
 // Makes a run of pixels the sums. That none of these overlap lets the compiler fill registers.
 void setPixels(const std::uint8_t* __restrict source, std::int32_t count,
@@ -105,7 +118,7 @@ void divideSums(const std::uint32_t* __restrict outer, const std::uint32_t* __re
         const std::uint32_t channel0 = quotient(outer[i] & kLowerSum, reciprocal);
         const std::uint32_t channel1 = quotient(middle[i], reciprocal);
         const std::uint32_t channel2 = quotient(outer[i] >> 16, reciprocal);
-        target[i] = channel2 << 16 | channel1 << 8 | channel0;
+        target[i] = firstByteLowest(channel2 << 16 | channel1 << 8 | channel0);
     }
 }
 
@@ -115,19 +128,14 @@ void ZoomBlur::build(int width, int height)
 {
     width_ = width;
     height_ = height;
-    const std::int64_t entries = std::int64_t{kLevels} * width * height;
-    if (entries >= 0) {
-        table_.reset(new (std::nothrow) std::int32_t[static_cast<std::size_t>(entries)]);
-    }
-    if (table_ == nullptr) {
-        fatal(stderr, 0, "\nError allocating memory!!!\n");
-    }
+    table_ = allocate<std::int32_t>({kLevels, width, height});
+    spans_ = allocate<Span>({kLevels, height});
+    reciprocals_ = allocate<float>({width, height});
+    outerSums_ = allocate<std::uint32_t>({width});
+    middleSums_ = allocate<std::uint32_t>({width});
+    countedLevels_ = 0;
     fillTable();
     findSpans();
-    outerSums_.resize(static_cast<std::size_t>(width));
-    middleSums_.resize(static_cast<std::size_t>(width));
-    reciprocals_.resize(static_cast<std::size_t>(row(1, 0) * width));
-    countedLevels_ = 0;
 }
 
 void ZoomBlur::fillTable()
@@ -152,8 +160,6 @@ void ZoomBlur::fillTable()
 
 void ZoomBlur::findSpans()
 {
-    spans_.clear();
-    spans_.reserve(static_cast<std::size_t>(row(kLevels, 0)));
     for (int level = 0; level < kLevels; ++level) {
         for (int y = 0; y < height_; ++y) {
             const std::int32_t* const entries = places(level, y);
@@ -164,7 +170,7 @@ void ZoomBlur::findSpans()
             while (span.begin < span.end && entries[span.end - 1] == 0) {
                 --span.end;
             }
-            spans_.push_back(span);
+            spans_[static_cast<std::size_t>(row(level, y))] = span;
         }
     }
 }
@@ -196,7 +202,7 @@ void ZoomBlur::render(int levels)
             addLevel(level, y);
         }
         const std::ptrdiff_t first = row(0, y) * width_;
-        divideSums(outerSums_.data(), middleSums_.data(), reciprocals_.data() + first, width_,
+        divideSums(outerSums_.get(), middleSums_.get(), reciprocals_.get() + first, width_,
                    target_ + first);
     }
 }
@@ -204,11 +210,11 @@ void ZoomBlur::render(int levels)
 // The top left pixel, which no table tells from outside, has itself.
 void ZoomBlur::countSamples(int levels)
 {
-    std::fill(reciprocals_.begin(), reciprocals_.end(), reciprocalOf(1));
+    std::fill_n(reciprocals_.get(), row(1, 0) * width_, reciprocalOf(1));
     for (int level = 1; level < levels; ++level) {
         for (int y = 0; y < height_; ++y) {
             const auto [begin, end] = sampled(level, y);
-            std::fill_n(reciprocals_.begin() + row(0, y) * width_ + begin, end - begin,
+            std::fill_n(reciprocals_.get() + row(0, y) * width_ + begin, end - begin,
                         reciprocalOf(level + 1));
         }
     }
@@ -218,13 +224,13 @@ void ZoomBlur::countSamples(int levels)
 // At level 0 every pixel is its own sample.
 void ZoomBlur::startSums(int y)
 {
-    setPixels(source_ + row(0, y) * width_ * kBytesPerPixel, width_, outerSums_.data(),
-              middleSums_.data());
+    setPixels(source_ + row(0, y) * width_ * kBytesPerPixel, width_, outerSums_.get(),
+              middleSums_.get());
 }
 
 void ZoomBlur::addLevel(int level, int y)
 {
     const auto [begin, end] = sampled(level, y);
-    addPixels(source_, places(level, y) + begin, end - begin, outerSums_.data() + begin,
-              middleSums_.data() + begin);
+    addPixels(source_, places(level, y) + begin, end - begin, outerSums_.get() + begin,
+              middleSums_.get() + begin);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "render/arrays.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 // Smears a 32-bit image along the rays from its centre: every pixel becomes the average of the
 // source pixels at 1.0, 1.1, 1.2 ... times its own distance from the centre, as many as are asked
@@ -46,19 +46,19 @@ private:
     std::uint32_t* target_ = nullptr;      // borrowed
 
     // By level, row and column: the byte offset of the source's pixel, 0 where that is outside.
-    std::unique_ptr<std::int32_t[]> table_; // NOLINT(modernize-avoid-c-arrays)
+    Array<std::int32_t> table_;
     std::int32_t width_ = 0;
     std::int32_t height_ = 0;
 
     // By level and row: the pixels that have a sample at this level and at all before it.
-    std::vector<Span> spans_;
+    Array<Span> spans_;
 
     // By pixel: what divides by the count of its samples, of so many levels.
-    std::vector<float> reciprocals_;
+    Array<float> reciprocals_;
     std::int32_t countedLevels_ = 0;
 
     // One row's sums, two to a word: channels 0 and 2 of every pixel, then channel 1 of every
     // pixel.
-    std::vector<std::uint32_t> outerSums_;
-    std::vector<std::uint32_t> middleSums_;
+    Array<std::uint32_t> outerSums_;
+    Array<std::uint32_t> middleSums_;
 };

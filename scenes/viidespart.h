@@ -33,7 +33,7 @@ private:
 
     std::array<CubeMesh, kCubes> cubes_;
     std::array<int, 4> eventFlags_{}; // of events 128 to 131
-    float spread_ = 0.5F;             // world units between the copies of a cloud
+    float spread_ = 0.5F;             // world units that a copy may be off its cloud's middle
     std::array<Offset, kCubes> offsets_;
     float gridAlpha_ = 0.25F;
 };

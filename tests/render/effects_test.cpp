@@ -163,10 +163,12 @@ TEST(ZoomBlur, AveragesTheSamplesThatThereAre)
 TEST(Effects, DieWithAMessageWhenThereIsNoMemory)
 {
     constexpr int kFar = 1 << 30;
-    EXPECT_EXIT(GridMesh{}.build(0, 0, 1, 1, kFar, 1 << 28, 1.0F), ::testing::ExitedWithCode(1),
-                "");
-    EXPECT_EXIT(ZoomBlur{}.build(kFar, 1 << 20), ::testing::ExitedWithCode(0),
-                "\nError allocating memory!!!\n");
-    EXPECT_EXIT((BumpTube{}.build(kFar, 1 << 20, 1.0F, 1.0F)), ::testing::ExitedWithCode(0),
-                "\nError allocating memory!\n");
+    for (const int far : {1 << 28, kFar, -3}) {
+        EXPECT_EXIT(GridMesh{}.build(0, 0, 1, 1, kFar, far, 1.0F), ::testing::ExitedWithCode(1),
+                    "");
+        EXPECT_EXIT(ZoomBlur{}.build(kFar, far), ::testing::ExitedWithCode(0),
+                    "\nError allocating memory!!!\n");
+        EXPECT_EXIT((BumpTube{}.build(kFar, far, 1.0F, 1.0F)), ::testing::ExitedWithCode(0),
+                    "\nError allocating memory!\n");
+    }
 }

@@ -73,7 +73,7 @@ TEST_F(Grid, ShowsItsTextureUprightAndFadedByItsAlpha)
     EXPECT_FALSE(glIsEnabled(GL_TEXTURE_COORD_ARRAY));
 }
 
-TEST_F(Cube, HasAColourForEachFaceAndTurnsAboutXFirst)
+TEST_F(Cube, HasAColourForEachFaceAndTurnsAboutXLast)
 {
     struct View {
         float x, y, z; // degrees
