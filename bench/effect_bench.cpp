@@ -153,13 +153,14 @@ void addTubeRow()
     addForm(kRow, "plain", [stage, plain] { plain(stage->times.next()); });
 }
 
-#ifdef KSO_BENCH_OPENCV
-
 // The same idea with the library's own means: pictures shrunk toward the centre, averaged. What is
 // outside counts as black here, so the borders differ.
-void addOpenCvBlur(const char* row, const std::vector<std::uint8_t>& pixels, int width, int height,
-                   int levels)
+void addOpenCvBlur([[maybe_unused]] const char* row,
+                   [[maybe_unused]] const std::vector<std::uint8_t>& pixels,
+                   [[maybe_unused]] int width, [[maybe_unused]] int height,
+                   [[maybe_unused]] int levels)
 {
+#ifdef KSO_BENCH_OPENCV
     const cv::Mat source =
         cv::Mat(height, width, CV_8UC4, const_cast<std::uint8_t*>(pixels.data())).clone();
     addForm(row, "opencv",
@@ -178,16 +179,8 @@ void addOpenCvBlur(const char* row, const std::vector<std::uint8_t>& pixels, int
                 }
                 sum.convertTo(blurred, CV_8U, 1.0 / levels);
             });
-}
-
-#else
-
-void addOpenCvBlur(const char* /*row*/, const std::vector<std::uint8_t>& /*pixels*/, int /*width*/,
-                   int /*height*/, int /*levels*/)
-{
-}
-
 #endif
+}
 
 void addBlurRow()
 {

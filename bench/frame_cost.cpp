@@ -4,13 +4,13 @@
 //
 //   frame_cost [FRAMES]     of each scene, 60 unless told
 #include "bench/gl_tape.h"
+#include "bench/median.h"
 #include "runtime/display.h"
 #include "runtime/options.h"
 #include "runtime/part.h"
 #include "runtime/world.h"
 
 #include <GL/gl.h>
-#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
@@ -27,13 +27,6 @@ double milliseconds(Work work)
     const auto start = std::chrono::steady_clock::now();
     work();
     return Milliseconds(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 void measure(std::size_t scene, int frames)

@@ -20,7 +20,7 @@ std::vector<std::function<void()>>& tape()
 }
 
 template <class... Arguments>
-void pass(const char* name, void (*&driver)(Arguments...), Arguments... arguments)
+void send(const char* name, void (*&driver)(Arguments...), Arguments... arguments)
 {
     if (mode == gl_tape::Mode::drop) {
         return;
@@ -29,26 +29,31 @@ void pass(const char* name, void (*&driver)(Arguments...), Arguments... argument
         driver = reinterpret_cast<void (*)(Arguments...)>(dlsym(RTLD_NEXT, name));
     }
     driver(arguments...);
+}
+
+template <class Call>
+void keep(Call call)
+{
     if (mode == gl_tape::Mode::record) {
-        tape().push_back([=] { driver(arguments...); });
+        tape().push_back(call);
     }
 }
 
-// A call with a few floats, of which the tape keeps a copy: what draws them uses their place again.
+template <class... Arguments>
+void pass(const char* name, void (*&driver)(Arguments...), Arguments... arguments)
+{
+    send(name, driver, arguments...);
+    keep([=] { driver(arguments...); });
+}
+
+// A call with a few floats, of which the tape has a copy: what draws them uses their place again.
 template <std::size_t kCount>
 void passFloats(const char* name, void (*&driver)(const GLfloat*), const GLfloat* floats)
 {
-    const bool recording = mode == gl_tape::Mode::record;
-    if (recording) {
-        mode = gl_tape::Mode::forward;
-    }
-    pass(name, driver, floats);
-    if (recording) {
-        mode = gl_tape::Mode::record;
-        std::array<GLfloat, kCount> copy{};
-        std::copy_n(floats, kCount, copy.begin());
-        tape().push_back([=] { driver(copy.data()); });
-    }
+    send(name, driver, floats);
+    std::array<GLfloat, kCount> copy{};
+    std::copy_n(floats, kCount, copy.begin());
+    keep([=] { driver(copy.data()); });
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cairo.h>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -16,9 +17,6 @@
 #include <utility>
 #include <vector>
 
-#ifdef KSO_BENCH_CAIRO
-#include <cairo.h>
-#endif
 #ifdef KSO_BENCH_SDL_GFX
 #include <SDL_gfxPrimitives.h>
 #endif
@@ -143,8 +141,6 @@ void checkSame(Stage& stage)
     }
 }
 
-#ifdef KSO_BENCH_CAIRO
-
 // The same segments as strokes that add, without antialiasing.
 class CairoFigure {
 public:
@@ -193,14 +189,6 @@ void addCairo(const SharedStage& stage)
     auto figure = std::make_shared<CairoFigure>(stage);
     addForm(stage->staging.name, "cairo", [figure] { figure->draw(); });
 }
-
-#else
-
-void addCairo(const SharedStage& /*stage*/)
-{
-}
-
-#endif
 
 #ifdef KSO_BENCH_SDL_GFX
 

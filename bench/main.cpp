@@ -1,7 +1,7 @@
 // Runs every row and writes the medians over the repetitions, with the ratios to the show's form.
+#include "bench/median.h"
 #include "bench/rows.h"
 
-#include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
 #include <cstddef>
@@ -55,14 +55,6 @@ public:
 private:
     std::map<std::string, std::vector<double>> seconds_;
 };
-
-double median(std::vector<double> values)
-{
-    const std::size_t middle = values.size() / 2;
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(middle),
-                     values.end());
-    return values[middle];
-}
 
 void report(const Collector& times)
 {

@@ -18,7 +18,6 @@ public:
 
     // The scroll positions of both maps as x, y, x, y in 16.16 texels.
     void setScroll(const std::array<std::int32_t, 4>& positions) { scroll_ = positions; }
-    [[nodiscard]] const std::array<std::int32_t, 4>& scroll() const { return scroll_; }
 
     // Bulges the tube by two maps of 1024 x 1024 texels at the scroll positions, then moves these
     // to where they are at `time`.
@@ -27,7 +26,6 @@ public:
     // Ring after ring; s and t are the base texture's in the rest, the light's in the bulged ones.
     [[nodiscard]] const std::vector<PlainTubeVertex>& rest() const { return rest_; }
     [[nodiscard]] const std::vector<PlainTubeVertex>& bulged() const { return bulged_; }
-    [[nodiscard]] const std::vector<float>& radiusScale() const { return radiusScale_; }
 
     // The place of a vertex in all of these, both indices wrapped around.
     [[nodiscard]] std::size_t index(int column, int ring) const;

@@ -1,5 +1,6 @@
 #include "bench/plain_grid_warp.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -57,7 +58,7 @@ std::array<float, 4> fastPhases(float t)
 
 } // namespace
 
-std::array<float, 4> plainWarp(const PlainGrid& grid, float time)
+void plainWarp(const PlainGrid& grid, float time)
 {
     const std::array<float, 4> phases = {
         static_cast<float>(7.85 * std::sin(time * 1.2 * 1.5)),
@@ -67,21 +68,16 @@ std::array<float, 4> plainWarp(const PlainGrid& grid, float time)
     };
     warp(grid, phases, grid.rows + 1, grid.columns + 1,
          [](double phase) { return (std::cos(0.6 * phase) + 1.0) * 0.5 * 1.3 + 0.5; });
-    return phases;
 }
 
-std::array<float, 4> plainWarpFast(const PlainGrid& grid, float time)
+void plainWarpFast(const PlainGrid& grid, float time)
 {
-    const std::array<float, 4> phases = fastPhases(time);
-    warp(grid, phases, grid.rows, grid.columns,
+    warp(grid, fastPhases(time), grid.rows, grid.columns,
          [](double phase) { return (std::cos(phase) + 1.0) * 0.5 * 2.0 + 0.5; });
-    return phases;
 }
 
-std::array<float, 4> plainWarpFastBiased(const PlainGrid& grid, float time, float base)
+void plainWarpFastBiased(const PlainGrid& grid, float time, float base)
 {
-    const std::array<float, 4> phases = fastPhases(time);
-    warp(grid, phases, grid.rows, grid.columns,
+    warp(grid, fastPhases(time), grid.rows, grid.columns,
          [base](double phase) { return (std::cos(phase) + 1.0) * 0.5 * 2.0 + base; });
-    return phases;
 }

@@ -11,11 +11,9 @@ public:
     // Blurs 4-byte pixels of the built size into `target` (red, green, blue, 0).
     void render(const std::uint8_t* source, std::uint32_t* target, int levels) const;
 
-    // For each of 20 levels and each pixel the sampled pixel's first byte, 0 for none.
-    [[nodiscard]] const std::vector<std::int32_t>& table() const { return table_; }
-
 private:
     int width_;
     int height_;
+    // For each of 20 levels and each pixel the sampled pixel's first byte, 0 for none.
     std::vector<std::int32_t> table_;
 };

@@ -1,0 +1,13 @@
+// The value in the middle.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+inline double median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
