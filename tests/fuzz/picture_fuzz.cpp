@@ -1,5 +1,4 @@
-// Feeds files to one of Bitmap's loaders. The first byte of an input chooses the depth that is
-// asked for, the rest is the file.
+// Feeds files to one of Bitmap's loaders.
 //
 // The linker turns the reader's calls of open, fstat, pread and close into those below (--wrap),
 // which know one file, in memory: asking the kernel would take most of the time.
@@ -19,7 +18,7 @@
 
 namespace {
 
-constexpr std::array kDepths = {8U, 15U, 16U, 24U, 32U, 32U, 0U, 12U};
+constexpr std::array<unsigned, kDepthChoices> kDepths = {8, 15, 16, 24, 32, 32, 0, 12};
 
 constexpr int kFile = 1000000;      // no descriptor that a process gets
 constexpr std::size_t kHeader = 32; // bytes, or fewer

@@ -1,6 +1,7 @@
 // Writes the inputs that fuzzing starts from: small good files of every kind, as
 // DIRECTORY/fuzz_tga/... and DIRECTORY/fuzz_hsi_raw/..., each asked for at every depth.
 #include "bench/picture_files.h"
+#include "tests/fuzz/picture_fuzz.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,12 +12,10 @@
 
 namespace {
 
-constexpr std::uint8_t kDepths = 8; // that the first byte of an input chooses from
-
 void writeInputs(const std::filesystem::path& directory, const Bytes& file)
 {
     static int number = 0;
-    for (std::uint8_t depth = 0; depth < kDepths; ++depth) {
+    for (std::uint8_t depth = 0; depth < kDepthChoices; ++depth) {
         std::ofstream output{directory / std::to_string(number++), std::ios::binary};
         output.put(static_cast<char>(depth));
         for (const std::uint8_t byte : file) {

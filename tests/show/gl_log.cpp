@@ -28,9 +28,9 @@ struct State {
     GLenum textureMode = GL_MODULATE;
     float lineWidth = 1.0F;
     Vertex current = {
-        {       },
-        {       },
-        { 1.0F, 1.0F, 1.0F, 1.0F}
+        {                            },
+        {},
+        { 1.0F,               1.0F, 1.0F, 1.0F}
     };
     std::vector<std::string> matrices = {""}; // the model-view stack, each as its transformations
     GLenum mode = 0;
@@ -122,7 +122,6 @@ TRACKED(glBlendFunc, (GLenum from, GLenum to), (gl.blend = {from, to}), " 0x%x 0
 TRACKED(glDepthFunc, (GLenum function), gl.depth = function, " 0x%x", function)
 TRACKED(glBindTexture, (GLenum target, GLuint name), gl.texture = name, " 0x%x %u", target, name)
 TRACKED(glTexEnvf, (GLenum, GLenum, GLfloat mode), gl.textureMode = static_cast<GLenum>(mode))
-TRACKED(glTexEnvi, (GLenum, GLenum, GLint mode), gl.textureMode = static_cast<GLenum>(mode))
 TRACKED(glLineWidth, (GLfloat width), gl.lineWidth = width)
 TRACKED(glPushMatrix, (), gl.matrices.push_back(gl.matrices.back()))
 TRACKED(glPopMatrix, (), gl.matrices.pop_back())
@@ -132,8 +131,6 @@ TRACKED(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z),
         transform("turn", x, y, z, angle))
 TRACKED(glColor3f, (GLfloat r, GLfloat g, GLfloat b), (gl.current.colour = {r, g, b, 1.0F}))
 TRACKED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (gl.current.colour = {r, g, b, a}))
-TRACKED(glColor3fv, (const GLfloat* v), (gl.current.colour = {v[0], v[1], v[2], 1.0F}))
-TRACKED(glColor4fv, (const GLfloat* v), (gl.current.colour = {v[0], v[1], v[2], v[3]}))
 TRACKED(glTexCoord2f, (GLfloat s, GLfloat t), (gl.current.texCoord = {s, t}))
 TRACKED(glTexCoord2fv, (const GLfloat* v), (gl.current.texCoord = {v[0], v[1]}))
 TRACKED(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), addVertex(x, y, z))

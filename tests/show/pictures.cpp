@@ -1,5 +1,7 @@
 #include "tests/show/pictures.h"
 
+#include "bench/picture_files.h"
+
 #include <algorithm>
 #include <random>
 
@@ -53,19 +55,14 @@ std::vector<std::uint8_t> tgaOf(Loaded picture)
 {
     picture.how &= kGrey;
     const bool grey = picture.how != kAsItIs;
-    const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
-    std::vector<std::uint8_t> tga(18);
-    tga[2] = byte(grey ? 3 : 2);
-    tga[12] = byte(picture.width);
-    tga[13] = byte(picture.width >> 8);
-    tga[14] = byte(picture.height);
-    tga[15] = byte(picture.height >> 8);
-    tga[16] = byte(grey ? 8 : 32);
-    tga[17] = byte(grey ? 0x20 : 0x28); // top row first
     std::vector<std::uint8_t> pixels = pixelsOf(picture);
     for (std::size_t i = 0; !grey && i < pixels.size(); i += 4) {
         std::swap(pixels[i], pixels[i + 2]); // the file has blue first
     }
-    tga.insert(tga.end(), pixels.begin(), pixels.end());
-    return tga;
+    return makeTga({.type = grey ? 3U : 2U,
+                    .width = static_cast<unsigned>(picture.width),
+                    .height = static_cast<unsigned>(picture.height),
+                    .bits = grey ? 8U : 32U,
+                    .descriptor = grey ? 0x20U : 0x28U}, // top row first
+                   pixels);
 }

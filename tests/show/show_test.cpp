@@ -172,8 +172,8 @@ TEST(Show, EndsAtAKeyOrAClosedWindowAfterAWholeFrame)
 TEST(Show, PlaysSilentlyInRealTime)
 {
     const XmModule module = scriptedModule(1, {
-                                                  {0, 1, 0, 7},
-                                                  {0, 4, 0, 8}
+                                                  {0, 1,  0, 7},
+                                                  {0, 12, 0, 8}
     });
     const Outcome outcome = perform({.arguments = {"-nosound"}, .module = module});
     EXPECT_EQ(outcome.status, 1);
