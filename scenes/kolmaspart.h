@@ -4,8 +4,8 @@
 #include "render/screen_quad.h"
 #include "runtime/part.h"
 
-// Scene 2, the image trail: over the warped grid, 25 copies of one picture, added up, scatter from
-// the top centre in a trembling walk and flicker.
+// Scene 2, the image trail: over the warped grid, 25 copies of one picture, added up, the last of
+// them twice, scatter from the top centre in a trembling walk and flicker.
 //
 // Sync events 128, 129 and 130 choose small, wide and very wide steps; 131 pushes the warp two
 // seconds ahead. Leaves additive blending on.

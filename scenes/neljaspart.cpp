@@ -55,6 +55,7 @@ void Neljaspart::drawFrame(float seconds)
     const int largeY = std::rand() & kLargeShake;
     drawPicture(121 + largeX, 23 + largeY);
 
+    // Back to what the show begins with, then to what the next scene finds.
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);
     SDL_GL_SwapBuffers();

@@ -18,8 +18,8 @@ constexpr int kCanvasHeight = 256;
 constexpr const char* kColumnPath = "data/texture2.tga";
 constexpr unsigned kColumnTextureSize = 256;
 
-constexpr double kFlashDecay = 0.55;    // per drawn frame
-constexpr double kTurnsPerFlash = 2.24; // radians
+constexpr double kFlashDecay = 0.55; // per drawn frame
+constexpr double kJolt = 2.24;       // radians, of a whole flash
 
 constexpr std::array<std::size_t, 5> kLoadingOrder = {2, 3, 4, 0, 1};
 
@@ -42,7 +42,7 @@ int columnCentre(float seconds, int row)
 
 float columnAngle(float seconds, float flash, int row)
 {
-    return static_cast<float>(3.0 * seconds + kTurnsPerFlash * flash + 0.02 * row);
+    return static_cast<float>(3.0 * seconds + kJolt * flash + 0.02 * row);
 }
 
 } // namespace
