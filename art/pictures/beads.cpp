@@ -1,5 +1,6 @@
 // The tube's skin: glossy orange beads, packed so that smaller ones fill the gaps between larger
 // ones. It tiles.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -1,6 +1,7 @@
 // A brain from the side, made of light. Two substances react and spread inside its outline until
 // they have settled into a labyrinth; its walls are the folds, and the folds glow. Dozens of copies
 // are added on screen, so one alone is faint.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -3,6 +3,7 @@
 //
 // One row is stretched over a face of the bar, so the left edge is a lit arris and the right one
 // lies in the dark. It tiles from top to bottom; left to right it is a face with two ends.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -4,6 +4,7 @@
 // is.
 #include "art/pictures/dog_drawing.h"
 #include "art/pictures/dog_form.h"
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

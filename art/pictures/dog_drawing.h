@@ -1,5 +1,6 @@
 #pragma once
 
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/picture.h"
 

@@ -1,5 +1,6 @@
 // The quenta mark, engraved like a seal: a band knotted into five loops around a small sun, and the
 // word. Only the upper 96 rows are on screen. Pure black is what the scene takes out.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"

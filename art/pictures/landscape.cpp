@@ -1,5 +1,6 @@
 // A still, cold land: mountains engraved with contour lines stand in layers of fog behind a lake,
 // under a pale low sun. The left is calm and dark for type, the right dark for the column.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

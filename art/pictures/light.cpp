@@ -1,5 +1,6 @@
 // The light inside the tube, looked up by the direction that the wall faces: a warm lamp, a cold
 // edge behind it and darkness between. It multiplies the tube's skin.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -1,5 +1,6 @@
 // A dark cut through a strange log: growth rings around two hearts and three knots that all grow
 // into each other, torn by radial cracks in which resin has run. It tiles in both directions.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -1,5 +1,6 @@
 // How far the tube's wall stands off: soft cushions of different heights that meet in creases. The
 // tube takes a sample every 16 texels, so nothing here is finer than a few of these.
+#include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"

@@ -1,6 +1,8 @@
 #include "art/pictures/kit/lighting.h"
 
-#include <cmath>
+#include "art/pictures/kit/arithmetic.h"
+
+#include <algorithm>
 #include <cstddef>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
@@ -21,36 +23,6 @@ GreyPicture averagedAlong(const GreyPicture& picture, int radius, int stepX, int
 }
 
 } // namespace
-
-float power(float x, float exponent)
-{
-    return static_cast<float>(std::pow(static_cast<double>(x), static_cast<double>(exponent)));
-}
-
-float sine(float angle)
-{
-    return static_cast<float>(std::sin(static_cast<double>(angle)));
-}
-
-float cosine(float angle)
-{
-    return static_cast<float>(std::cos(static_cast<double>(angle)));
-}
-
-float exponential(float x)
-{
-    return static_cast<float>(std::exp(static_cast<double>(x)));
-}
-
-float logarithm(float x)
-{
-    return static_cast<float>(std::log(static_cast<double>(x)));
-}
-
-float angleOf(float x, float y)
-{
-    return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
-}
 
 glm::vec3 colour(unsigned code)
 {

@@ -5,15 +5,6 @@
 #include <glm/vec3.hpp>
 #include <span>
 
-// Powers, and sine and cosine of radians, the same everywhere: the double
-// forms differ between machines only where a float no longer shows it, unlike the float ones.
-float power(float x, float exponent);
-float sine(float angle);
-float cosine(float angle);
-float exponential(float x);
-float logarithm(float x);
-float angleOf(float x, float y); // of the direction (x, y), from -pi to pi
-
 // A colour from its three bytes, as 0xRRGGBB.
 glm::vec3 colour(unsigned code);
 

@@ -1,0 +1,33 @@
+#include "art/pictures/kit/arithmetic.h"
+
+#include <cmath>
+
+float power(float x, float exponent)
+{
+    return static_cast<float>(std::pow(static_cast<double>(x), static_cast<double>(exponent)));
+}
+
+float sine(float angle)
+{
+    return static_cast<float>(std::sin(static_cast<double>(angle)));
+}
+
+float cosine(float angle)
+{
+    return static_cast<float>(std::cos(static_cast<double>(angle)));
+}
+
+float exponential(float x)
+{
+    return static_cast<float>(std::exp(static_cast<double>(x)));
+}
+
+float logarithm(float x)
+{
+    return static_cast<float>(std::log(static_cast<double>(x)));
+}
+
+float angleOf(float x, float y)
+{
+    return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
+}
