@@ -142,26 +142,19 @@ void makeBeads(const OutputFolder& folder)
 {
     const std::vector<Bead> beads = packBeads();
     const Raster<Top> tops = pileUp(beads);
-    Picture picture(kSize, kSize);
-    picture.fill([&](int x, int y) {
-        glm::vec3 sum(0.0F);
-        for (int i = 0; i < kFiner * kFiner; ++i) {
-            const int fineX = x * kFiner + i % kFiner;
-            const int fineY = y * kFiner + i / kFiner;
-            const Top& top = tops.at(fineX, fineY);
-            if (top.bead < 0) {
-                sum += kGap;
-                continue;
-            }
-            const Bead& bead = beads[static_cast<std::size_t>(top.bead)];
-            const glm::vec2 place = glm::vec2(fineX, fineY) / static_cast<float>(kFiner);
-            const glm::vec2 off = wayTo(place, bead.centre) / (bead.radius * kSqueeze);
-            const glm::vec3 shaded = shadeBead(bead, off, litness(tops, fineX, fineY));
-            sum += glm::clamp(shaded, 0.0F, 1.0F);
+    Picture fine(kFineSize, kFineSize);
+    fine.fill([&](int x, int y) {
+        const Top& top = tops.at(x, y);
+        if (top.bead < 0) {
+            return glm::vec4(kGap, 1.0F);
         }
-        return glm::vec4(sum / static_cast<float>(kFiner * kFiner), 1.0F);
+        const Bead& bead = beads[static_cast<std::size_t>(top.bead)];
+        const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kFiner);
+        const glm::vec2 off = wayTo(place, bead.centre) / (bead.radius * kSqueeze);
+        const glm::vec3 shaded = shadeBead(bead, off, litness(tops, x, y));
+        return glm::vec4(glm::clamp(shaded, 0.0F, 1.0F), 1.0F);
     });
-    folder.write(picture, 24, "oranssipallotexture2.tga");
+    folder.write(fine.shrunk(kFiner), 24, "oranssipallotexture2.tga");
 }
 
 } // namespace

@@ -71,17 +71,13 @@ public:
         cairo_surface_flush(surface_.get());
         const unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
         const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
-        Picture picture(width_, height_);
-        picture.fill([&](int x, int y) {
-            glm::vec4 sum(0.0F, 0.0F, 0.0F, 255.0F * kFiner * kFiner);
-            for (int i = 0; i < kFiner * kFiner; ++i) {
-                const std::ptrdiff_t row = y * kFiner + i / kFiner;
-                const std::ptrdiff_t column = x * kFiner + i % kFiner;
-                const unsigned char* pixel = bytes + row * stride + column * 4;
-                sum += glm::vec4(pixel[2], pixel[1], pixel[0], 0); // blue comes first
-            }
-            return sum / (255.0F * kFiner * kFiner);
+        Picture fine(width_ * kFiner, height_ * kFiner);
+        fine.fill([&](int x, int y) {
+            const unsigned char* pixel = bytes + y * stride + std::ptrdiff_t{x} * 4;
+            return glm::vec4(pixel[2], pixel[1], pixel[0], 255); // blue comes first
         });
+        Picture picture = fine.shrunk(kFiner);
+        picture.fill([&](int x, int y) { return picture.at(x, y) / 255.0F; });
         return picture;
     }
 

@@ -195,14 +195,10 @@ void makeEmblem(const OutputFolder& folder)
         const float cover = std::max(rim.cover, wordGround.at(x, y));
         return glm::vec4(glm::mix(kGround, ramp(kAmber, tone), softStep(0.0F, 0.2F, tone)), cover);
     });
-    Picture picture(kWidth, kHeight);
+    Picture picture = fine.shrunk(kFiner);
     picture.fill([&](int x, int y) {
-        glm::vec4 sum(0.0F);
-        for (int i = 0; i < kFiner * kFiner; ++i) {
-            sum += fine.at(x * kFiner + i % kFiner, y * kFiner + i / kFiner);
-        }
-        sum /= static_cast<float>(kFiner * kFiner);
-        return sum.a > 0.5F ? glm::vec4(glm::vec3(sum), 1.0F) : glm::vec4(0.0F, 0.0F, 0.0F, 1.0F);
+        const glm::vec4 pixel = picture.at(x, y);
+        return glm::vec4(pixel.a > 0.5F ? glm::vec3(pixel) : glm::vec3(0.0F), 1.0F);
     });
     folder.write(picture, 32, "quentalogo.tga");
 }

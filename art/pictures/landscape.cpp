@@ -142,12 +142,7 @@ void makeLandscape(const OutputFolder& folder)
             }
         }
     }
-    Picture picture(kWidth, kHeight);
-    picture.fill([&](int x, int y) {
-        return 0.25F * (fine.at(2 * x, 2 * y) + fine.at(2 * x + 1, 2 * y) +
-                        fine.at(2 * x, 2 * y + 1) + fine.at(2 * x + 1, 2 * y + 1));
-    });
-    folder.write(picture, 24, "tokapart_tausta.tga");
+    folder.write(fine.shrunk(kFiner), 24, "tokapart_tausta.tga");
 }
 
 } // namespace

@@ -55,6 +55,20 @@ public:
         }
     }
 
+    // The picture drawn smaller: each pixel is the average of factor x factor of this one's.
+    [[nodiscard]] Raster shrunk(int factor) const
+    {
+        Raster result(width_ / factor, height_ / factor);
+        result.fill([&](int x, int y) {
+            Pixel sum(0);
+            for (int i = 0; i < factor * factor; ++i) {
+                sum += at(x * factor + i % factor, y * factor + i / factor);
+            }
+            return sum / static_cast<float>(factor * factor);
+        });
+        return result;
+    }
+
 private:
     static int wrap(int place, int size)
     {
