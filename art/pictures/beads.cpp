@@ -40,11 +40,9 @@ struct Bead {
     glm::vec3 lacquer;
 };
 
-// The shortest way between two places of a picture that tiles.
 glm::vec2 wayTo(glm::vec2 to, glm::vec2 from)
 {
-    const glm::vec2 way = to - from;
-    return way - glm::round(way / static_cast<float>(kSize)) * static_cast<float>(kSize);
+    return shortestWay(to - from, glm::vec2(kSize));
 }
 
 // Puts a bead into the largest gap there is, until the gaps are too small.
@@ -97,8 +95,8 @@ Raster<Top> pileUp(const std::vector<Bead>& beads)
                 const glm::vec2 off = glm::vec2(aside, above) / (bead.radius * kSqueeze * kFiner);
                 const float height =
                     bead.radius * std::sqrt(glm::max(0.0F, 1.0F - glm::dot(off, off)));
-                Top& top = tops.at((middle.x + aside + kFineSize) % kFineSize,
-                                   (middle.y + above + kFineSize) % kFineSize);
+                Top& top =
+                    tops.at(wrap(middle.x + aside, kFineSize), wrap(middle.y + above, kFineSize));
                 top = height > top.height ? Top{height, i} : top;
             }
         }

@@ -13,13 +13,11 @@
 #include <cmath>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
-#include <glm/trigonometric.hpp>
 
 namespace {
 
 constexpr int kSize = 256;
 constexpr float kMiddle = 128.0F;
-constexpr float kTurn = glm::radians(360.0F);
 
 // A face is seen about half as wide as it is here; what should look round is drawn this much wider.
 constexpr glm::vec2 kSqueeze(0.5F, 1.0F);
@@ -67,7 +65,8 @@ Strand braidAt(glm::vec2 place)
         float turnThere = 0.0F;
         for (int i = -kStrandSteps; i <= kStrandSteps; ++i) {
             const float y = place.y + kStrandRadius * static_cast<float>(i) / kStrandSteps;
-            const float turn = kTurn * (y / kBraidPeriod + static_cast<float>(strand) / kStrands);
+            const float turn =
+                kFullTurn * (y / kBraidPeriod + static_cast<float>(strand) / kStrands);
             const float x = kMiddle + kBraidReach * sine(turn);
             const float distance = glm::length((place - glm::vec2(x, y)) * kSqueeze);
             if (distance < nearest) {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cairo.h>
+#include <glm/gtc/constants.hpp>
 #include <glm/gtc/noise.hpp>
 #include <vector>
 
@@ -24,7 +25,6 @@ constexpr int kJoints = 6; // of a hair
 constexpr unsigned kSeed = 1957;
 
 // The face.
-constexpr double kFullTurn = 6.283185307179586;
 constexpr double kEyeSize = 1.42;
 constexpr int kIrisRings = 24;
 const std::array kIris = {colour(0x080301), colour(0xa04c10), colour(0xe88a24), colour(0xffa838),
@@ -269,7 +269,7 @@ private:
         cairo_translate(drawing_.pen(), middle.x, middle.y);
         cairo_rotate(drawing_.pen(), dog::kHeadTilt - side * 0.5F);
         cairo_scale(drawing_.pen(), 6.3, 3.8);
-        cairo_arc(drawing_.pen(), 0, 0, 1, 0, kFullTurn);
+        cairo_arc(drawing_.pen(), 0, 0, 1, 0, glm::two_pi<double>());
         cairo_restore(drawing_.pen());
         drawing_.setColour(glm::vec3(0.0F));
         cairo_fill(drawing_.pen());
@@ -287,7 +287,7 @@ private:
 
     void drawDisc(double x, double y, double radius, glm::vec3 colour, float cover = 1.0F)
     {
-        cairo_arc(drawing_.pen(), x, y, radius, 0, kFullTurn);
+        cairo_arc(drawing_.pen(), x, y, radius, 0, glm::two_pi<double>());
         drawing_.setColour(colour, cover);
         cairo_fill(drawing_.pen());
     }

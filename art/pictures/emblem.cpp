@@ -11,7 +11,6 @@
 #include <cstddef>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
-#include <glm/trigonometric.hpp>
 #include <glm/vec2.hpp>
 #include <limits>
 #include <optional>
@@ -35,7 +34,6 @@ constexpr float kBand = 4.6F;      // half its width
 constexpr float kBandLines = 2.5F; // from its middle to its edge
 constexpr float kGap = 1.4F;
 constexpr int kBandPlaces = 600;
-constexpr float kTurn = glm::radians(360.0F);
 
 constexpr double kWordLeft = 106;
 constexpr double kWordBaseline = 66;
@@ -57,7 +55,7 @@ std::vector<BandPlace> bandPlaces()
 {
     std::vector<BandPlace> band;
     for (int i = 0; i < kBandPlaces; ++i) {
-        const float angle = 2.0F * kTurn * static_cast<float>(i) / kBandPlaces;
+        const float angle = 2.0F * kFullTurn * static_cast<float>(i) / kBandPlaces;
         const float swing = angle * kLoops / 2.0F;
         const float radius = kCircle + kSwing * cosine(swing);
         // A quarter turn on, so that one loop points up.
@@ -132,8 +130,8 @@ Mark rimAt(glm::vec2 place)
 {
     const glm::vec2 way = place - kSeal;
     const float radius = glm::length(way);
-    const float angle = angleOf(way.x, way.y) / kTurn * kTicks;
-    const float offTick = std::fabs(angle - std::floor(angle + 0.5F)) * kTurn * radius / kTicks;
+    const float angle = angleOf(way.x, way.y) / kFullTurn * kTicks;
+    const float offTick = offWhole(angle) * kFullTurn * radius / kTicks;
     Mark mark;
     const float ticks =
         lineAt(offTick, 0.8F) * softStep(39.2F, 39.8F, radius) * softStep(42.2F, 41.6F, radius);
@@ -173,8 +171,7 @@ float wordTone(glm::vec2 place)
     if (down < 0.0F || down > 1.0F + kTail) {
         return 0.8F; // the rules
     }
-    const float rows = (place.y + 0.35F * place.x) / kHatching;
-    const float offLine = std::fabs(rows - std::floor(rows + 0.5F)) * kHatching;
+    const float offLine = offWhole((place.y + 0.35F * place.x) / kHatching) * kHatching;
     const float gap = 1.5F * softStep(0.25F, 1.0F, down);
     const float hatch = 1.0F - lineAt(offLine, gap) * softStep(0.2F, 0.45F, down);
     return (0.97F - 0.25F * down) * (0.42F + 0.58F * hatch);

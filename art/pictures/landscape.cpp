@@ -49,7 +49,7 @@ glm::vec3 skyAt(glm::vec2 screen)
     pixel =
         glm::mix(pixel, kSunColour, disc * glm::clamp(0.72F + 0.5F * strata, 0.0F, 1.0F) * 0.8F);
     const float ring = (fromSun - kSunRadius) / 11.0F;
-    const float offRing = std::fabs(ring - std::floor(ring + 0.5F)) * 11.0F;
+    const float offRing = offWhole(ring) * 11.0F;
     const float line = softStep(0.9F, 0.2F, offRing) * softStep(0.5F, 0.8F, ring);
     return pixel + kLine * (0.10F * line * exponential(-0.16F * ring));
 }
@@ -58,8 +58,7 @@ glm::vec3 skyAt(glm::vec2 screen)
 // `change` is the value's change from one screen pixel to the next; crowded lines fade away.
 float contour(float value, float interval, float change)
 {
-    const float lines = value / interval;
-    const float off = std::fabs(lines - std::floor(lines + 0.5F)) * interval;
+    const float off = offWhole(value / interval) * interval;
     const float pixels = off / glm::max(change, 1e-5F);
     return softStep(0.95F, 0.25F, pixels) * softStep(2.0F, 6.0F, interval / change);
 }

@@ -14,8 +14,7 @@ constexpr int kSize = 256;
 constexpr int kSeed = 21;
 
 constexpr glm::vec2 kLamp{0.40F, 0.42F}; // shares of the picture
-constexpr float kFullTurn = 6.2831853F;
-constexpr int kRipples = 6; // across the picture
+constexpr int kRipples = 6;              // across the picture
 
 const std::array kWarm = {colour(0x20130f), colour(0x583a24), colour(0xb88850),
                           colour(0xffc468), colour(0xfff0c8), colour(0xffffff)};

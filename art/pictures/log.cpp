@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
-#include <glm/trigonometric.hpp>
 #include <limits>
 #include <vector>
 
@@ -57,12 +57,6 @@ const glm::vec3 kKnotTint(1.05F, 0.84F, 0.7F);
 const glm::vec3 kDeep = colour(0x03050a);
 const std::array kResin = {colour(0x2a0d02), colour(0x8a3c08), colour(0xe29a2e)};
 
-// The shortest way from one place to another on the torus.
-glm::vec2 shortest(glm::vec2 way)
-{
-    return way - kScreen * glm::floor(way / kScreen + 0.5F);
-}
-
 glm::vec2 noisePlace(glm::vec2 place, glm::ivec2 period)
 {
     return place / kScreen * glm::vec2(period);
@@ -97,7 +91,7 @@ Growth growthAt(glm::vec2 place)
     float nearest = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i < kHearts.size(); ++i) {
         const Heart& heart = kHearts[i];
-        const glm::vec2 inner = shortest(place - heart.place);
+        const glm::vec2 inner = shortestWay(place - heart.place, kScreen);
         for (int copy = 0; copy < 9; ++copy) {
             const glm::vec2 lattice(copy % 3 - 1, copy / 3 - 1);
             const glm::vec2 way = inner + lattice * kScreen;
@@ -128,7 +122,7 @@ std::vector<Crack> makeCracks()
             const float turn =
                 (static_cast<float>(i) + random.between(-0.3F, 0.3F)) / static_cast<float>(count);
             const float from = i % 3 == 0 ? 0.0F : random.between(0.1F, 0.45F) * reach;
-            cracks.push_back({heart, turn * glm::radians(360.0F), from,
+            cracks.push_back({heart, turn * kFullTurn, from,
                               from + random.between(0.4F, 1.0F) * reach,
                               random.between(0.7F, 2.0F) * (i % 3 == 0 ? 1.5F : 1.0F)});
         }
@@ -193,7 +187,7 @@ void cutWood(Wood& wood)
                                (unit(pore.number) < 0.6F ? 1 : 0);
             const float angle = angleOf(growth.fromHeart.x, growth.fromHeart.y);
             const float ray =
-                noise({angle / glm::radians(360.0F) * kRays, growth.age * 0.02F}, {kRays, 256}, 81);
+                noise({angle / kFullTurn * kRays, growth.age * 0.02F}, {kRays, 256}, 81);
 
             const float crack = crackDepth(cracks, growth, place);
             const float blotch = fractalNoise(noisePlace(place, blotches), blotches, 5, 91);

@@ -1,6 +1,7 @@
 #include "art/pictures/kit/arithmetic.h"
 
 #include <cmath>
+#include <glm/common.hpp>
 
 float power(float x, float exponent)
 {
@@ -30,4 +31,14 @@ float logarithm(float x)
 float angleOf(float x, float y)
 {
     return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
+}
+
+float offWhole(float x)
+{
+    return std::fabs(x - std::floor(x + 0.5F));
+}
+
+glm::vec2 shortestWay(glm::vec2 way, glm::vec2 size)
+{
+    return way - size * glm::floor(way / size + 0.5F);
 }

@@ -1,5 +1,7 @@
 #include "art/pictures/kit/noise.h"
 
+#include "art/pictures/kit/arithmetic.h"
+
 #include <cassert>
 #include <cmath>
 #include <glm/common.hpp>
@@ -11,12 +13,6 @@
 namespace {
 
 constexpr float kPeriodOfSeeds = 256.0F;
-
-int wrap(int place, int size)
-{
-    const int rest = place % size;
-    return rest < 0 ? rest + size : rest;
-}
 
 // Sums layers of one octave each, weighted 1/2, 1/4, ... and brought back to the layers' range.
 template <typename Layer>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "art/pictures/kit/arithmetic.h"
+
 #include <cmath>
 #include <cstddef>
 #include <glm/vec4.hpp>
@@ -70,11 +72,6 @@ public:
     }
 
 private:
-    static int wrap(int place, int size)
-    {
-        const int rest = place % size;
-        return rest < 0 ? rest + size : rest;
-    }
     [[nodiscard]] std::size_t index(int x, int y) const
     {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
