@@ -55,9 +55,7 @@ float ridgedNoise(glm::vec2 place, glm::ivec2 period, int octaves, int seed)
 
 CellDistance cellDistance(glm::vec2 place, glm::ivec2 period, float jitter, int seed)
 {
-    CellDistance found{};
-    found.nearest = std::numeric_limits<float>::max();
-    found.second = found.nearest;
+    CellDistance found{std::numeric_limits<float>::max(), 0};
     const glm::ivec2 home(glm::floor(place));
     for (int y = home.y - 2; y <= home.y + 2; ++y) {
         for (int x = home.x - 2; x <= home.x + 2; ++x) {
@@ -66,9 +64,7 @@ CellDistance cellDistance(glm::vec2 place, glm::ivec2 period, float jitter, int 
             const glm::vec2 point = glm::vec2(x, y) + 0.5F + (offset - 0.5F) * jitter;
             const float distance = glm::distance(place, point);
             if (distance < found.nearest) {
-                found = {distance, found.nearest, point - place, bits};
-            } else if (distance < found.second) {
-                found.second = distance;
+                found = {distance, bits};
             }
         }
     }

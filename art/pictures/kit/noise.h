@@ -19,13 +19,10 @@ float fractalNoise(glm::vec2 place, glm::ivec2 period, int octaves, int seed);
 // The same of ridges: from 0 to 1, with sharp crests where the noise crosses zero.
 float ridgedNoise(glm::vec2 place, glm::ivec2 period, int octaves, int seed);
 
-// The feature points nearest to a place; there is one in each cell, `jitter` (0 to 1) off its
-// middle.
+// The feature point nearest to a place. Each cell has one, `jitter` (0 to 1) off its middle.
 struct CellDistance {
     float nearest;        // in cells
-    float second;         // distance of the next one; equal to `nearest` on a border
-    glm::vec2 toNearest;  // from the place to the nearest point
-    std::uint32_t number; // stands for the nearest point: random bits of its own
+    std::uint32_t number; // stands for the point: random bits of its own
 };
 CellDistance cellDistance(glm::vec2 place, glm::ivec2 period, float jitter, int seed);
 

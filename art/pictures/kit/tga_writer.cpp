@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
 #include <stdexcept>
 #include <vector>
@@ -15,6 +16,12 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr int kLongestPacket = 128;
 constexpr int kTrueColourRunLength = 10;
 constexpr int kGreyRunLength = 11;
+
+// The one place where display values become bytes: clamped to 0 ... 1 and rounded to the nearest.
+std::uint8_t toByte(float value)
+{
+    return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0F, 1.0F) * 255.0F));
+}
 
 Bytes header(int type, int width, int height, int depth)
 {
@@ -97,9 +104,4 @@ void writeTga(const GreyPicture& picture, const std::string& path)
         appendRow(file, row, 1);
     }
     save(file, path);
-}
-
-std::uint8_t toByte(float value)
-{
-    return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0F, 1.0F) * 255.0F));
 }

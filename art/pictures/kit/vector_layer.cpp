@@ -18,10 +18,6 @@ constexpr double kCapUnits = 700.0;
 const char* fontFile(Weight weight)
 {
     switch (weight) {
-    case Weight::kThin:
-        return "BebasNeue-Thin.otf";
-    case Weight::kLight:
-        return "BebasNeue-Light.otf";
     case Weight::kBook:
         return "BebasNeue-Book.otf";
     case Weight::kRegular:

@@ -7,7 +7,7 @@
 #include <string>
 
 // The show's one family of letters.
-enum class Weight { kThin, kLight, kBook, kRegular, kBold };
+enum class Weight { kBook, kRegular, kBold };
 
 // A mask drawn with paths, strokes and type. Programs shade it as they like.
 //
