@@ -28,9 +28,9 @@ struct State {
     GLenum textureMode = GL_MODULATE;
     float lineWidth = 1.0F;
     Vertex current = {
-        {                            },
-        {},
-        { 1.0F,               1.0F, 1.0F, 1.0F}
+        {       },
+        {       },
+        { 1.0F, 1.0F, 1.0F, 1.0F}
     };
     std::vector<std::string> matrices = {""}; // the model-view stack, each as its transformations
     GLenum mode = 0;

@@ -92,6 +92,21 @@ TEST(Show, EndsAtAMissingPicture)
     }
 }
 
+// Two pictures are read by effects that know their size and depth.
+TEST(Show, EndsAtAPictureThatAnEffectCannotRead)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"texture2.tga", "\n\nError! data/texture2.tga must have 256 x 256 pixels!!\n\n"},
+        {"muljumap.tga", "\nError! Can't convert to 8bpp!!\n\n"                         },
+    };
+    for (const auto& [file, errors] : rows) {
+        const Outcome outcome = perform({.lastFrame = 1, .wrongPicture = file});
+        EXPECT_EQ(outcome.errors, errors);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.frames, IsEmpty());
+    }
+}
+
 TEST(Show, OpensFullScreenOrSilentlyAsTold)
 {
     struct Row {

@@ -38,7 +38,7 @@ void write(const fs::path& path, const std::vector<std::uint8_t>& bytes)
                               static_cast<std::streamsize>(bytes.size()));
 }
 
-void writePictures(const fs::path& folder, const std::string& without)
+void writePictures(const fs::path& folder, const Performance& performance)
 {
     static const auto kFiles = [] {
         std::map<std::string, std::vector<std::uint8_t>> files;
@@ -48,8 +48,9 @@ void writePictures(const fs::path& folder, const std::string& without)
         return files;
     }();
     for (const auto& [file, bytes] : kFiles) {
-        if (!file.empty() && file != without) {
-            write(folder / file, bytes);
+        if (!file.empty() && file != performance.missingPicture) {
+            const bool wrong = file == performance.wrongPicture;
+            write(folder / file, wrong ? kFiles.at("by.tga") : bytes);
         }
     }
 }
@@ -137,7 +138,7 @@ Outcome perform(const Performance& performance)
     } else if (performance.module) {
         write(folder / "data/olvu.xm", writeXm(*performance.module));
     }
-    writePictures(folder / "data", performance.missingPicture);
+    writePictures(folder / "data", performance);
 
     const pid_t child = ::fork();
     if (child == 0) {

@@ -35,6 +35,7 @@ struct Performance {
     std::string failingCall = {}; // see stand_in.cpp
     std::string moduleBytes = {}; // instead of `module`, if not empty
     std::string missingPicture = {};
+    std::string wrongPicture = {}; // holds a small title instead
 };
 
 struct Outcome {
