@@ -13,9 +13,9 @@
 namespace {
 
 struct Vertex {
-    std::array<float, 3> position;
-    std::array<float, 2> texCoord;
-    std::array<float, 4> colour;
+    std::array<float, 3> position{};
+    std::array<float, 2> texCoord{};
+    std::array<float, 4> colour = {1.0F, 1.0F, 1.0F, 1.0F};
 };
 
 struct State {
@@ -27,11 +27,7 @@ struct State {
     GLuint texture = 0;
     GLenum textureMode = GL_MODULATE;
     float lineWidth = 1.0F;
-    Vertex current = {
-        {       },
-        {       },
-        { 1.0F, 1.0F, 1.0F, 1.0F}
-    };
+    Vertex current;
     std::vector<std::string> matrices = {""}; // the model-view stack, each as its transformations
     GLenum mode = 0;
     std::vector<Vertex> primitive;
