@@ -1,6 +1,6 @@
 // Truevision TGA files: colour-mapped, true-colour and grey pictures, plain or run-length encoded,
-// with any of the four origins. The format is described in Truevision's "TGA File Format
-// Specification", version 2.0; of that this reads the header, the colour map and the pixels.
+// with any of the four origins. Of Truevision's published description of the format, version 2.0,
+// this reads the header, the colour map and the pixels.
 #pragma once
 
 #include "image/loaded_image.h"
