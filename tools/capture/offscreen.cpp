@@ -1,0 +1,166 @@
+#include "tools/capture/offscreen.h"
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <GL/gl.h>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <span>
+
+namespace {
+
+constexpr std::size_t kBytesPerPixel = 3;
+constexpr int kMostDevices = 32;
+
+PictureSize window;
+PictureSize buffer;
+double scale = 1.0; // buffer pixels for one of the program's, from its first viewport on
+
+template <typename Function>
+Function extension(const char* name)
+{
+    // EGL hands every function out under one type.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
+    return reinterpret_cast<Function>(eglGetProcAddress(name));
+}
+
+// The function of this name that the program would have called without this library.
+template <typename Function>
+Function original(const char* name)
+{
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
+
+bool softwareOnly()
+{
+    const char* const wish = std::getenv("LIBGL_ALWAYS_SOFTWARE");
+    return wish != nullptr && (std::strcmp(wish, "1") == 0 || std::strcmp(wish, "true") == 0);
+}
+
+// The displays behind EGL's devices, GPUs before the processor.
+std::vector<EGLDisplay> displays()
+{
+    const auto queryDevices = extension<PFNEGLQUERYDEVICESEXTPROC>("eglQueryDevicesEXT");
+    const auto queryString = extension<PFNEGLQUERYDEVICESTRINGEXTPROC>("eglQueryDeviceStringEXT");
+    const auto getDisplay = extension<PFNEGLGETPLATFORMDISPLAYEXTPROC>("eglGetPlatformDisplayEXT");
+    std::array<EGLDeviceEXT, kMostDevices> devices{};
+    EGLint count = 0;
+    if (queryDevices == nullptr || queryString == nullptr || getDisplay == nullptr ||
+        queryDevices(kMostDevices, devices.data(), &count) == EGL_FALSE) {
+        return {};
+    }
+    std::vector<EGLDisplay> found;
+    for (EGLDeviceEXT device : std::span(devices).first(static_cast<std::size_t>(count))) {
+        const char* const extensions = queryString(device, EGL_EXTENSIONS);
+        const bool software =
+            extensions != nullptr && std::strstr(extensions, "EGL_MESA_device_software") != nullptr;
+        if (software || !softwareOnly()) {
+            found.push_back(getDisplay(EGL_PLATFORM_DEVICE_EXT, device, nullptr));
+        }
+    }
+    return found;
+}
+
+bool openOn(EGLDisplay display)
+{
+    constexpr std::array kConfigWishes = {EGL_SURFACE_TYPE,
+                                          EGL_PBUFFER_BIT,
+                                          EGL_RENDERABLE_TYPE,
+                                          EGL_OPENGL_BIT,
+                                          EGL_RED_SIZE,
+                                          8,
+                                          EGL_GREEN_SIZE,
+                                          8,
+                                          EGL_BLUE_SIZE,
+                                          8,
+                                          EGL_DEPTH_SIZE,
+                                          24,
+                                          EGL_SAMPLE_BUFFERS,
+                                          0,
+                                          EGL_NONE};
+    const std::array<EGLint, 5> size = {EGL_WIDTH, buffer.width, EGL_HEIGHT, buffer.height,
+                                        EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
+        eglChooseConfig(display, kConfigWishes.data(), &config, 1, &count) == EGL_FALSE ||
+        count == 0) {
+        return false;
+    }
+    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
+    EGLSurface surface = eglCreatePbufferSurface(display, config, size.data());
+    return context != EGL_NO_CONTEXT && surface != EGL_NO_SURFACE &&
+           eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
+}
+
+// A length or a place along one axis, from the program's pixels to the buffer's.
+int scaled(int place, int windowLength, int bufferLength)
+{
+    return static_cast<int>(std::lround((place - windowLength / 2.0) * scale + bufferLength / 2.0));
+}
+
+} // namespace
+
+bool openOffscreen(PictureSize windowSize, PictureSize bufferSize)
+{
+    window = windowSize;
+    buffer = bufferSize;
+    if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE || !std::ranges::any_of(displays(), openOn)) {
+        std::fputs("kso: OpenGL does not draw without a window here (EGL finds no device for it)\n",
+                   stderr);
+        return false;
+    }
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    return true;
+}
+
+std::string rendererName()
+{
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): OpenGL's bytes are text
+    return reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+}
+
+void readPicture(std::vector<std::uint8_t>& pixels)
+{
+    const std::size_t rowBytes = static_cast<std::size_t>(buffer.width) * kBytesPerPixel;
+    const auto rows = static_cast<std::size_t>(buffer.height);
+    static std::vector<std::uint8_t> bottomUp;
+    bottomUp.resize(rowBytes * rows);
+    pixels.resize(rowBytes * rows);
+    glReadPixels(0, 0, buffer.width, buffer.height, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
+    for (std::size_t row = 0; row < rows; ++row) {
+        std::memcpy(&pixels[row * rowBytes], &bottomUp[(rows - 1 - row) * rowBytes], rowBytes);
+    }
+}
+
+// What follows stands before OpenGL's own functions of these names.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+extern "C" {
+
+void glViewport(GLint x, GLint y, GLsizei width, GLsizei height)
+{
+    static const auto real = original<decltype(&glViewport)>("glViewport");
+    static const double fitting = std::min(static_cast<double>(buffer.width) / width,
+                                           static_cast<double>(buffer.height) / height);
+    scale = fitting;
+    const int left = scaled(x, window.width, buffer.width);
+    const int bottom = scaled(y, window.height, buffer.height);
+    real(left, bottom, scaled(x + width, window.width, buffer.width) - left,
+         scaled(y + height, window.height, buffer.height) - bottom);
+}
+
+void glLineWidth(GLfloat width)
+{
+    static const auto real = original<decltype(&glLineWidth)>("glLineWidth");
+    real(width * static_cast<GLfloat>(scale));
+}
+
+} // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -1,0 +1,26 @@
+// OpenGL without a window or a display: a buffer in memory that the program draws into as if it
+// were its window, enlarged.
+//
+// The picture keeps its shape: the program's first viewport is scaled until it touches two sides of
+// the buffer and stays in the middle. Viewports and line widths scale, and with them all that
+// OpenGL draws; what the program draws by itself into textures keeps its size in texels.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct PictureSize {
+    int width = 640;
+    int height = 480;
+};
+
+// Makes the context current on this thread, with the buffer black. The GPU is used where there is
+// one, unless LIBGL_ALWAYS_SOFTWARE asks for none. False, after a message, when nothing draws here.
+bool openOffscreen(PictureSize window, PictureSize buffer);
+
+// Who draws: the renderer's name.
+std::string rendererName();
+
+// What the buffer shows: red, green, blue, rows top first.
+void readPicture(std::vector<std::uint8_t>& pixels);

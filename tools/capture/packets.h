@@ -1,0 +1,21 @@
+// What the capture library sends to the recorder through a pipe, in the machine's own byte order: a
+// header, then `bytes` bytes.
+//
+// A frame's picture comes first, then the sound from its moment to the next frame's. Sound may run
+// one sample ahead, and the last frame's may be missing when the program ends by itself.
+#pragma once
+
+#include <cstdint>
+
+enum class PacketKind : std::uint32_t {
+    started, // OpenGL is there; the bytes are its renderer's name
+    picture, // position: the frame; red, green, blue, rows top first
+    unseen,  // position: a frame whose picture nobody wants; no bytes
+    sound,   // position: the first sample pair, counted from the first frame; left, right, 16 bits
+};
+
+struct PacketHeader {
+    PacketKind kind = PacketKind::picture;
+    std::uint32_t bytes = 0;
+    std::uint64_t position = 0;
+};

@@ -1,0 +1,194 @@
+#include "tools/record/encoder.h"
+
+#include "tools/record/film_format.h"
+#include "tools/record/record_error.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kPicturesNumber = 100; // file descriptors in ffmpeg, clear of ours
+constexpr int kSoundNumber = 101;
+constexpr std::size_t kMostWaitingPictures = 2;
+// ffmpeg takes the sound a second or so behind the pictures; this is minutes.
+constexpr std::size_t kMostWaitingSoundBytes = std::size_t{64} << 20U;
+constexpr std::size_t kMostSaid = 4096;
+
+std::string sizeText(PictureSize size)
+{
+    return std::to_string(size.width) + 'x' + std::to_string(size.height);
+}
+
+// A film's name may look like an option or like another of ffmpeg's sources.
+std::string fileName(const std::filesystem::path& film)
+{
+    return "file:" + film.string();
+}
+
+Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format)
+{
+    std::vector<std::string> words = {"ffmpeg",       "-y",        "-nostdin",
+                                      "-hide_banner", "-loglevel", "error"};
+    const auto add = [&](const std::vector<std::string>& more) {
+        words.insert(words.end(), more.begin(), more.end());
+    };
+    if (format.pictures) {
+        const std::string rate =
+            std::to_string(options.rate.frames) + '/' + std::to_string(options.rate.seconds);
+        add({"-f", "rawvideo", "-pixel_format", "rgb24", "-video_size", sizeText(options.size),
+             "-framerate", rate, "-thread_queue_size", "2", "-i",
+             "pipe:" + std::to_string(kPicturesNumber)});
+    }
+    if (format.sound) {
+        add({"-f", "s16le", "-ar", "44100", "-ac", "2", "-thread_queue_size", "4", "-i",
+             "pipe:" + std::to_string(kSoundNumber)});
+    }
+    add(format.arguments);
+    add({fileName(options.film)});
+    return {words};
+}
+
+} // namespace
+
+void PipeQueue::open(FileDescriptor pipe)
+{
+    pipe_ = std::move(pipe);
+    setNonBlocking(pipe_);
+}
+
+void PipeQueue::push(std::vector<std::uint8_t> bytes)
+{
+    if (pipe_.isOpen() && !bytes.empty()) {
+        waiting_ += bytes.size();
+        chunks_.push_back(std::move(bytes));
+    }
+}
+
+bool PipeQueue::write()
+{
+    while (!chunks_.empty()) {
+        const std::vector<std::uint8_t>& chunk = chunks_.front();
+        const ssize_t count =
+            ::write(pipe_.number(), chunk.data() + written_, chunk.size() - written_);
+        if (count < 0) {
+            return errno == EAGAIN || errno == EINTR;
+        }
+        written_ += static_cast<std::size_t>(count);
+        waiting_ -= static_cast<std::size_t>(count);
+        if (written_ == chunk.size()) {
+            chunks_.pop_front();
+            written_ = 0;
+        }
+    }
+    return true;
+}
+
+bool PipeQueue::isUnread() const
+{
+    int bytes = 0;
+    return ::ioctl(pipe_.number(), FIONREAD, &bytes) == 0 && bytes > 0;
+}
+
+Encoder::Encoder(const RecordOptions& options)
+    : film_(options.film.string()), pictureBytes_(static_cast<std::size_t>(options.size.width) *
+                                                  static_cast<std::size_t>(options.size.height) * 3)
+{
+    const FilmFormat format = filmFormat(options.film, options.crf);
+    Command command = ffmpegCommand(options, format);
+    Pipe pictures = makePipe();
+    Pipe sound = makePipe();
+    Pipe messages = makePipe();
+    command.descriptors = {
+        {pictures.readEnd.number(),  kPicturesNumber},
+        {sound.readEnd.number(),     kSoundNumber   },
+        {messages.writeEnd.number(), STDERR_FILENO  },
+    };
+    try {
+        ffmpeg_ = Process(command);
+    } catch (const RecordError& error) {
+        throw RecordError(std::string(error.what()) + "; on Debian, the package ffmpeg has it");
+    }
+    messages_ = std::move(messages.readEnd);
+    setNonBlocking(messages_);
+    if (format.pictures) {
+        pictures_.open(std::move(pictures.writeEnd));
+    }
+    if (format.sound) {
+        sound_.open(std::move(sound.writeEnd));
+    }
+}
+
+void Encoder::push(Frame frame)
+{
+    pictures_.push(std::move(frame.picture));
+    const auto bytes = std::as_bytes(frame.sound);
+    std::vector<std::uint8_t> sound(bytes.size());
+    std::memcpy(sound.data(), bytes.data(), bytes.size());
+    sound_.push(std::move(sound));
+}
+
+void Encoder::finish()
+{
+    isFinishing_ = true;
+    serve();
+}
+
+// With pictures waiting it is busy, unless it is for want of sound that it takes none of them.
+bool Encoder::isBusy() const
+{
+    const bool hasSound = !sound_.pipe().isOpen() || sound_.waiting() > 0 || sound_.isUnread();
+    return pictures_.waiting() > (kMostWaitingPictures - 1) * pictureBytes_ && hasSound;
+}
+
+void Encoder::appendTo(std::vector<pollfd>& waits) const
+{
+    waits.push_back({messages_.number(), POLLIN, 0});
+    for (const PipeQueue* queue : {&pictures_, &sound_}) {
+        if (queue->pipe().isOpen() && queue->waiting() > 0) {
+            waits.push_back({queue->pipe().number(), POLLOUT, 0});
+        }
+    }
+}
+
+void Encoder::serve()
+{
+    readMessages();
+    for (PipeQueue* queue : {&pictures_, &sound_}) {
+        const bool isRead = queue->write();
+        if (!isRead || (isFinishing_ && queue->waiting() == 0)) {
+            queue->close();
+        }
+    }
+    if (sound_.pipe().isOpen() && pictures_.pipe().isOpen() &&
+        sound_.waiting() > kMostWaitingSoundBytes) {
+        throw RecordError("ffmpeg takes no sound for " + film_);
+    }
+}
+
+void Encoder::readMessages()
+{
+    std::array<char, 1024> text{};
+    ssize_t count = 0;
+    while (messages_.isOpen() &&
+           (count = ::read(messages_.number(), text.data(), text.size())) >= 0) {
+        if (count == 0) {
+            messages_.close();
+        } else if (said_.size() < kMostSaid) {
+            said_.append(text.data(), static_cast<std::size_t>(count));
+        }
+    }
+}
+
+void Encoder::check()
+{
+    const int status = ffmpeg_.wait();
+    if (status != 0 || !said_.empty()) {
+        const std::string firstLine = said_.substr(0, said_.find('\n'));
+        throw RecordError("ffmpeg cannot make " + film_ + ": " +
+                          (said_.empty() ? "status " + std::to_string(status) : firstLine));
+    }
+}

@@ -1,0 +1,55 @@
+#include "tools/record/frames.h"
+
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kSamplesPerMoment = 2; // left and right
+
+} // namespace
+
+void FrameAssembler::add(const PacketHeader& header, std::vector<std::uint8_t> bytes)
+{
+    if (header.kind == PacketKind::sound) {
+        addSound(header.position, bytes);
+    } else if (header.kind == PacketKind::picture || header.kind == PacketKind::unseen) {
+        waiting_ = Frame{header.position, std::move(bytes), {}};
+        seen_ = header.position + 1;
+    }
+    const std::uint64_t heard = soundBegin_ + sound_.size() / kSamplesPerMoment;
+    if (waiting_ && heard >= rate_.samplesBefore(waiting_->number + 1)) {
+        passOn();
+    }
+}
+
+void FrameAssembler::finish()
+{
+    if (waiting_) {
+        const std::uint64_t end = rate_.samplesBefore(waiting_->number + 1);
+        sound_.resize((end - soundBegin_) * kSamplesPerMoment, 0);
+        passOn();
+    }
+}
+
+// Sound may be heard again, from a position on: what was there is forgotten.
+void FrameAssembler::addSound(std::uint64_t position, std::span<const std::uint8_t> bytes)
+{
+    const std::size_t kept = (position - soundBegin_) * kSamplesPerMoment;
+    sound_.resize(kept + bytes.size() / sizeof(std::int16_t));
+    std::memcpy(sound_.data() + kept, bytes.data(), bytes.size());
+}
+
+void FrameAssembler::passOn()
+{
+    const std::uint64_t end = rate_.samplesBefore(waiting_->number + 1);
+    const std::size_t count = (end - soundBegin_) * kSamplesPerMoment;
+    waiting_->sound = std::span(sound_).first(count);
+    if (waiting_->number >= first_) {
+        take_(std::move(*waiting_));
+    }
+    waiting_.reset();
+    sound_.erase(sound_.begin(), sound_.begin() + static_cast<std::ptrdiff_t>(count));
+    soundBegin_ = end;
+}

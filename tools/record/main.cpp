@@ -1,0 +1,51 @@
+// Records the show: the command line, signals, and the last word.
+
+#include "tools/record/record_error.h"
+#include "tools/record/record_options.h"
+#include "tools/record/recording.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <sys/signalfd.h>
+
+namespace {
+
+constexpr int kStatusOfBadUsage = 2;
+constexpr int kStatusOfInterrupt = 130;
+
+// What would end this process can be read from here instead.
+FileDescriptor takeSignals()
+{
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        ::sigaddset(&signals, number);
+    }
+    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    return FileDescriptor(::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        const RecordOptions options =
+            readRecordOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        if (options.help) {
+            std::fputs(kRecordHelp, stdout);
+            return EXIT_SUCCESS;
+        }
+        const FileDescriptor signals = takeSignals();
+        return Recording(options).run(signals) ? EXIT_SUCCESS : kStatusOfInterrupt;
+    } catch (const UsageError& error) {
+        std::fprintf(stderr, "kso: %s\n", error.what());
+        return kStatusOfBadUsage;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "kso: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}

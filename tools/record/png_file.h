@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tools/capture/offscreen.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+// Writes red, green, blue, rows top first. Throws RecordError.
+void writePng(const std::filesystem::path& file, PictureSize size,
+              std::span<const std::uint8_t> pixels);

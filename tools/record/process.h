@@ -1,0 +1,70 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+// An open file descriptor, closed at the end.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int number) : number_(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~FileDescriptor() { close(); }
+
+    void close();
+    [[nodiscard]] int number() const { return number_; } // -1: none
+    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+
+private:
+    int number_ = -1;
+};
+
+struct Pipe {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+};
+
+// Both ends are closed in children that are not given them. As large as the system lets it be,
+// up to a mebibyte. Throws RecordError.
+Pipe makePipe();
+
+void setNonBlocking(const FileDescriptor& descriptor);
+
+struct Command {
+    std::vector<std::string> words;                    // the program first, looked for in PATH
+    std::vector<std::string> environment = {};         // on top of our own, NAME=VALUE
+    std::filesystem::path folder = {};                 // to start in; empty: our own
+    std::vector<std::pair<int, int>> descriptors = {}; // ours, and the child's number for it
+};
+
+// A child process in a process group of its own, so that the terminal's Ctrl-C does not reach it.
+// It is killed if it still runs when this ends.
+class Process {
+public:
+    Process() = default;
+    // Throws RecordError when it cannot be started.
+    explicit Process(const Command& command);
+    Process(Process&& other) noexcept : id_(std::exchange(other.id_, 0)) {}
+    Process& operator=(Process&& other) noexcept
+    {
+        std::swap(id_, other.id_);
+        return *this;
+    }
+    ~Process();
+
+    void signal(int number) const;
+
+    // Waits for its end: its exit status, or 128 and the number of the signal that ended it.
+    int wait();
+
+private:
+    pid_t id_ = 0; // 0: none
+};

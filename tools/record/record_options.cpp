@@ -1,0 +1,248 @@
+#include "tools/record/record_options.h"
+
+#include "tools/record/record_error.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <numeric>
+#include <string_view>
+
+const char* const kRecordHelp =
+    R"(Records the show, exactly: every frame and every sample, the same each time, at any frame rate.
+
+  ./record [OPTION...] [-- ARGUMENT OF THE SHOW...]
+
+  -o FILE           the film (kso.mp4). What it is follows from its name: .mp4, .mov, .mkv and .webm
+                    with sound, .gif or frames-%05d.png without, .wav or .flac the sound alone
+  --fps RATE        frames a second (60): a number, 59.94 and its like, or 60000/1001
+  --size WxH        pixels, both even, up to 3840x2160 (640x480). The picture is enlarged until it
+                    touches two sides, and keeps its shape: 1280x544 leaves no bands. All that OpenGL
+                    draws is drawn larger, so edges and lines are sharp; what the show draws into
+                    pictures by itself (the wire figures, the column, the fire) keeps its resolution
+  --from SECONDS    begin with the first frame at this moment of the show or after it
+  --to SECONDS      end before the first frame at this moment or after it
+  --crf N           quality of .mp4, .mov, .mkv and .webm: 0 is the best, 51 the smallest (18)
+  --stills FOLDER   with --at: pictures as FOLDER/TIME.png; without -o, nothing else is made
+  --at TIME,...     the moments of the stills, in seconds
+  --hashes FILE     a line for each frame: its number, a hash of its picture, a hash of its sound;
+                    without -o, no film is made
+  --show FOLDER     play what is in FOLDER/data instead of this folder's
+  --help            this text
+)";
+
+namespace {
+
+using Text = std::string_view;
+
+constexpr std::uint64_t kMostFramesPerSecond = 1000;
+constexpr std::uint64_t kMostOfARate =
+    1'000'000; // above and below its stroke; 64 bits hold the rest
+constexpr std::array<std::uint64_t, 6> kTelevisionRates = {24, 30, 48, 60, 120, 240};
+constexpr std::uint64_t kRateRounding = 5000; // millionths
+constexpr std::uint64_t kMostSeconds = 24ULL * 60 * 60;
+constexpr int kMostWidth = 3840;
+constexpr int kMostHeight = 2160;
+constexpr int kLeastLength = 16;
+constexpr int kWorstCrf = 51;
+constexpr std::size_t kMostDecimals = 6;
+
+[[noreturn]] void complain(Text option, Text value, Text wanted)
+{
+    throw UsageError(std::string(option) + " wants " + std::string(wanted) + ", not \"" +
+                     std::string(value) + "\"");
+}
+
+// All of `text` as a number in decimal.
+template <typename Number>
+std::optional<Number> toNumber(Text text)
+{
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = error == std::errc() && end == text.data() + text.size();
+    return isWhole ? std::optional(number) : std::nullopt;
+}
+
+// "12", "12.5": the number times a million.
+std::optional<std::uint64_t> toMillionths(Text text)
+{
+    const std::size_t point = std::min(text.find('.'), text.size());
+    std::string decimals(text.substr(std::min(point + 1, text.size())));
+    if (decimals.size() > kMostDecimals || (point < text.size() && decimals.empty())) {
+        return std::nullopt;
+    }
+    decimals.resize(kMostDecimals, '0');
+    const auto whole = toNumber<std::uint32_t>(text.substr(0, point));
+    const auto millionths = toNumber<std::uint32_t>(decimals);
+    if (!whole || !millionths) {
+        return std::nullopt;
+    }
+    return *whole * kMicrosecondsPerSecond + *millionths;
+}
+
+std::optional<FrameRate> toRate(Text text)
+{
+    if (const std::size_t stroke = text.find('/'); stroke != Text::npos) {
+        const auto frames = toNumber<std::uint32_t>(text.substr(0, stroke));
+        const auto seconds = toNumber<std::uint32_t>(text.substr(stroke + 1));
+        return frames && seconds ? std::optional(FrameRate{*frames, *seconds}) : std::nullopt;
+    }
+    // Television's rates are a thousandth below the whole ones, and written with two or three
+    // decimals.
+    for (const std::uint64_t whole : kTelevisionRates) {
+        const std::uint64_t exact = whole * 1000 * kMicrosecondsPerSecond / 1001;
+        const auto written = toMillionths(text);
+        if (written && *written % kMicrosecondsPerSecond != 0 && *written + kRateRounding > exact &&
+            *written < exact + kRateRounding) {
+            return FrameRate{whole * 1000, 1001};
+        }
+    }
+    if (const auto millionths = toMillionths(text)) {
+        const std::uint64_t common = std::gcd(*millionths, kMicrosecondsPerSecond);
+        return FrameRate{*millionths / common, kMicrosecondsPerSecond / common};
+    }
+    return std::nullopt;
+}
+
+FrameRate readRate(Text option, Text value)
+{
+    const std::optional<FrameRate> rate = toRate(value);
+    if (!rate || rate->seconds == 0 || rate->frames < rate->seconds ||
+        rate->frames > kMostFramesPerSecond * rate->seconds || rate->frames > kMostOfARate) {
+        complain(option, value, "a frame rate from 1 to 1000, like 60, 59.94 or 60000/1001");
+    }
+    return *rate;
+}
+
+PictureSize readSize(Text option, Text value)
+{
+    const std::size_t cross = value.find('x');
+    const auto length = [&](Text text, int most) {
+        const std::optional<int> pixels = toNumber<int>(text);
+        if (!pixels || *pixels < kLeastLength || *pixels > most || *pixels % 2 != 0) {
+            complain(option, value, "a size like 1280x720, both even, 16x16 to 3840x2160");
+        }
+        return *pixels;
+    };
+    const Text height = cross == Text::npos ? Text() : value.substr(cross + 1);
+    return {length(value.substr(0, cross), kMostWidth), length(height, kMostHeight)};
+}
+
+std::uint64_t readTime(Text option, Text value)
+{
+    const std::optional<std::uint64_t> time = toMillionths(value);
+    if (!time || *time > kMostSeconds * kMicrosecondsPerSecond) {
+        complain(option, value, "seconds, like 12.5, a day at most");
+    }
+    return *time;
+}
+
+std::vector<StillWish> readStills(Text option, Text value)
+{
+    std::vector<StillWish> stills;
+    for (std::size_t begin = 0; begin <= value.size();) {
+        const std::size_t end = std::min(value.find(',', begin), value.size());
+        const Text time = value.substr(begin, end - begin);
+        stills.push_back({std::string(time), readTime(option, time)});
+        begin = end + 1;
+    }
+    return stills;
+}
+
+int readCrf(Text option, Text value)
+{
+    const std::optional<int> crf = toNumber<int>(value);
+    if (!crf || *crf < 0 || *crf > kWorstCrf) {
+        complain(option, value, "a number from 0 to 51");
+    }
+    return *crf;
+}
+
+struct Option {
+    Text name;
+    void (*read)(RecordOptions& options, Text option, Text value);
+};
+
+constexpr std::array kOptions = {
+    Option{"-o",       [](auto& all, Text,      Text value) { all.film = value; }                    },
+    Option{"--fps",    [](auto& all, Text name, Text value) { all.rate = readRate(name, value); }    },
+    Option{"--size",   [](auto& all, Text name, Text value) { all.size = readSize(name, value); }    },
+    Option{"--from",   [](auto& all, Text name, Text value) { all.from = readTime(name, value); }    },
+    Option{"--to",     [](auto& all, Text name, Text value) { all.to = readTime(name, value); }      },
+    Option{"--crf",    [](auto& all, Text name, Text value) { all.crf = readCrf(name, value); }      },
+    Option{"--stills", [](auto& all, Text,      Text value) { all.stillsFolder = value; }            },
+    Option{"--at",     [](auto& all, Text name, Text value) { all.stills = readStills(name, value); }},
+    Option{"--hashes", [](auto& all, Text,      Text value) { all.hashes = value; }                  },
+    Option{"--show",   [](auto& all, Text,      Text value) { all.show = value; }                    },
+};
+
+// What single options cannot see.
+void check(RecordOptions& options)
+{
+    if (options.stillsFolder.empty() != options.stills.empty()) {
+        throw UsageError("--stills and --at belong together");
+    }
+    if (options.onlyStills() && options.stills.empty()) {
+        options.film = "kso.mp4";
+    }
+    const std::uint64_t first = options.firstFrame();
+    const std::optional<std::uint64_t> end = options.endFrame();
+    if (end && *end <= first) {
+        throw UsageError("there is no frame between --from and --to");
+    }
+    for (const StillWish& still : options.stills) {
+        const std::uint64_t frame = options.frameOf(still);
+        if (frame < first || (end && frame >= *end)) {
+            throw UsageError("the still at " + still.time + " is not between --from and --to");
+        }
+    }
+    if (!std::filesystem::is_directory(options.show)) {
+        throw UsageError("there is no folder \"" + options.show.string() + "\"");
+    }
+    // The show's own silence runs against the real clock, which is none of the recording's.
+    if (std::ranges::find(options.programArguments, "-nosound") != options.programArguments.end()) {
+        throw UsageError("-nosound cannot be recorded: the sound is what keeps the show's time");
+    }
+}
+
+} // namespace
+
+std::optional<std::uint64_t> RecordOptions::endFrame() const
+{
+    if (to) {
+        return rate.firstFrameFrom(*to);
+    }
+    if (onlyStills()) {
+        return frameOf(std::ranges::max(stills, {}, &StillWish::microseconds)) + 1;
+    }
+    return std::nullopt;
+}
+
+RecordOptions readRecordOptions(std::span<const char* const> arguments)
+{
+    RecordOptions options;
+    options.show = KSO_FOLDER;
+    while (!arguments.empty()) {
+        const Text name = arguments.front();
+        arguments = arguments.subspan(1);
+        if (name == "--") {
+            options.programArguments.assign(arguments.begin(), arguments.end());
+            break;
+        }
+        if (name == "--help" || name == "-h") {
+            options.help = true;
+            return options;
+        }
+        const auto* const option = std::ranges::find(kOptions, name, &Option::name);
+        if (option == kOptions.end()) {
+            throw UsageError("there is no option \"" + std::string(name) + "\"; --help lists them");
+        }
+        if (arguments.empty() || Text(arguments.front()).empty()) {
+            throw UsageError(std::string(name) + " wants a value");
+        }
+        option->read(options, name, arguments.front());
+        arguments = arguments.subspan(1);
+    }
+    check(options);
+    return options;
+}

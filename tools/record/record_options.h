@@ -1,0 +1,47 @@
+// What a recording shall be, as the command line says it.
+#pragma once
+
+#include "tools/capture/frame_rate.h"
+#include "tools/capture/offscreen.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+struct StillWish {
+    std::string time; // as it was written; names the file
+    std::uint64_t microseconds = 0;
+};
+
+// Times are in microseconds since the show's first frame.
+struct RecordOptions {
+    std::filesystem::path film; // empty: none
+    FrameRate rate;
+    PictureSize size;
+    std::uint64_t from = 0;
+    std::optional<std::uint64_t> to; // none: the show's end
+    std::optional<int> crf;
+    std::filesystem::path stillsFolder;
+    std::vector<StillWish> stills;
+    std::filesystem::path hashes; // empty: none
+    std::filesystem::path show;   // the folder that the show is played in, with data/ in it
+    std::vector<std::string> programArguments;
+    bool help = false;
+
+    [[nodiscard]] bool onlyStills() const { return film.empty() && hashes.empty(); }
+    [[nodiscard]] std::uint64_t firstFrame() const { return rate.firstFrameFrom(from); }
+    // The frame before which the recording ends; none: the show's end.
+    [[nodiscard]] std::optional<std::uint64_t> endFrame() const;
+    [[nodiscard]] std::uint64_t frameOf(const StillWish& still) const
+    {
+        return rate.frameAt(still.microseconds);
+    }
+};
+
+// Throws UsageError. `arguments` are those after the command's name.
+RecordOptions readRecordOptions(std::span<const char* const> arguments);
+
+extern const char* const kRecordHelp;

@@ -1,0 +1,224 @@
+#include "tools/record/recording.h"
+
+#include "tools/record/film_format.h"
+#include "tools/record/png_file.h"
+#include "tools/record/record_error.h"
+#include "tools/record/show_length.h"
+
+#include <cstdio>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr int kStatusAfterShow = 1; // the show's own, when all went well
+constexpr int kStatusOfSignals = 128;
+constexpr int kAskAgainMs = 5;
+constexpr int kForEver = -1;
+
+std::multimap<std::uint64_t, std::string> stillsByFrame(const RecordOptions& options)
+{
+    std::multimap<std::uint64_t, std::string> stills;
+    for (const StillWish& still : options.stills) {
+        stills.emplace(options.frameOf(still), still.time + ".png");
+    }
+    return stills;
+}
+
+std::string wantedPictures(const RecordOptions& options)
+{
+    const bool filmHasPictures =
+        !options.film.empty() && filmFormat(options.film, options.crf).pictures;
+    if (filmHasPictures || !options.hashes.empty()) {
+        return "all";
+    }
+    std::string wanted;
+    for (const auto& [frame, name] : stillsByFrame(options)) {
+        wanted += std::to_string(frame) + ',';
+    }
+    return wanted;
+}
+
+std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
+{
+    if (options.endFrame()) {
+        return options.endFrame();
+    }
+    const std::optional<double> seconds = expectedSeconds(options);
+    return seconds ? std::optional(options.rate.frameAt(
+                         static_cast<std::uint64_t>(*seconds * kMicrosecondsPerSecond)))
+                   : std::nullopt;
+}
+
+} // namespace
+
+Recording::Recording(const RecordOptions& options)
+    : options_(options), stills_(stillsByFrame(options)),
+      progress_(options.rate, expectedEnd(options)),
+      frames_(options.rate, options.firstFrame(),
+              [this](Frame frame) { takeFrame(std::move(frame)); }),
+      show_(options, wantedPictures(options))
+{
+    std::error_code error;
+    if (!options.stills.empty() &&
+        (std::filesystem::create_directories(options.stillsFolder, error), error)) {
+        throw RecordError("cannot make " + options.stillsFolder.string() + ": " + error.message());
+    }
+    if (!options.hashes.empty()) {
+        hashes_.emplace(options.hashes);
+    }
+}
+
+bool Recording::run(const FileDescriptor& signals)
+{
+    try {
+        while (show_.pipe().isOpen()) {
+            serve(signals);
+        }
+        if (!isInterrupted_) {
+            frames_.finish();
+        }
+        finish(signals);
+    } catch (const RecordError&) {
+        // What there is of the film shall be whole; why it ends here is known already.
+        show_.stop();
+        hashes_.reset();
+        if (encoder_ && !encoder_->isDone()) {
+            finish(signals);
+        }
+        progress_.clear();
+        throw;
+    }
+    progress_.clear();
+    if (taken_ > 0) {
+        report();
+    }
+    if (!isInterrupted_) {
+        checkShow();
+    }
+    return !isInterrupted_;
+}
+
+// One turn: whatever can go on goes on.
+void Recording::serve(const FileDescriptor& signals)
+{
+    std::vector<pollfd> waits = {
+        {signals.number(), POLLIN, 0}
+    };
+    const bool isBusy = encoder_ && encoder_->isBusy();
+    const bool readsShow = show_.pipe().isOpen() && !isBusy;
+    if (readsShow) {
+        waits.push_back({show_.pipe().number(), POLLIN, 0});
+    }
+    if (encoder_) {
+        encoder_->appendTo(waits);
+    }
+    ::poll(waits.data(), waits.size(), isBusy ? kAskAgainMs : kForEver);
+
+    if (waits.front().revents != 0) {
+        interrupt(signals);
+    }
+    if (readsShow && show_.pipe().isOpen()) {
+        show_.read([this](const PacketHeader& header, std::vector<std::uint8_t> bytes) {
+            take(header, std::move(bytes));
+        });
+    }
+    if (encoder_) {
+        encoder_->serve();
+        if (encoder_->isDone() && show_.pipe().isOpen()) {
+            encoder_->check();
+            throw RecordError("ffmpeg has enough of " + options_.film.string() +
+                              " before the show's end");
+        }
+    }
+}
+
+// The first time the recording ends as if the show did; the second time it just ends.
+void Recording::interrupt(const FileDescriptor& signals)
+{
+    signalfd_siginfo info{};
+    if (::read(signals.number(), &info, sizeof info) != sizeof info) {
+        return;
+    }
+    if (isInterrupted_) {
+        encoder_.reset();
+        throw RecordError("stopped before the film was whole");
+    }
+    isInterrupted_ = true;
+    show_.stop();
+}
+
+void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes)
+{
+    if (header.kind == PacketKind::started) {
+        const std::string renderer(bytes.begin(), bytes.end());
+        std::fprintf(stderr, "kso: %s draws\n", renderer.c_str());
+        return;
+    }
+    frames_.add(header, std::move(bytes));
+    progress_.show(frames_.seen());
+}
+
+void Recording::takeFrame(Frame frame)
+{
+    ++taken_;
+    const auto [begin, end] = stills_.equal_range(frame.number);
+    for (auto still = begin; still != end; ++still) {
+        writePng(options_.stillsFolder / still->second, options_.size, frame.picture);
+    }
+    stills_.erase(begin, end);
+    if (hashes_) {
+        hashes_->add(frame);
+    }
+    if (!options_.film.empty()) {
+        if (!encoder_) {
+            encoder_.emplace(options_);
+        }
+        encoder_->push(std::move(frame));
+    }
+}
+
+void Recording::finish(const FileDescriptor& signals)
+{
+    if (hashes_) {
+        hashes_->close();
+        hashes_.reset();
+    }
+    if (encoder_) {
+        encoder_->finish();
+        while (!encoder_->isDone()) {
+            serve(signals);
+        }
+        encoder_->check();
+    }
+}
+
+void Recording::report()
+{
+    const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
+                           static_cast<double>(options_.rate.frames);
+    std::fprintf(stderr, "kso: %llu frames, %s, recorded in %s\n",
+                 static_cast<unsigned long long>(taken_), clockText(seconds, 2).c_str(),
+                 clockText(progress_.elapsedSeconds(), 1).c_str());
+}
+
+void Recording::checkShow()
+{
+    const int status = show_.wait();
+    if (status > kStatusOfSignals) {
+        throw RecordError("the show was ended by signal " +
+                          std::to_string(status - kStatusOfSignals));
+    }
+    if (status != kStatusAfterShow) {
+        throw RecordError("the show failed");
+    }
+    if (taken_ == 0) {
+        throw RecordError("the show ended before --from");
+    }
+    if (!stills_.empty()) {
+        throw RecordError("the show ended before the still " + stills_.begin()->second);
+    }
+}

@@ -1,0 +1,91 @@
+#include "tools/record/show.h"
+
+#include "tools/capture/settings.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr int kPipeNumber = 100; // in the show, clear of ours
+
+Command showCommand(const RecordOptions& options, const std::string& wanted)
+{
+    Command command;
+    command.words = {KSO_PROGRAM};
+    command.words.insert(command.words.end(), options.programArguments.begin(),
+                         options.programArguments.end());
+    command.folder = options.show;
+
+    const auto set = [&](const char* name, const std::string& value) {
+        command.environment.push_back(std::string(name) + '=' + value);
+    };
+    const FrameRate& rate = options.rate;
+    set("LD_PRELOAD", KSO_CAPTURE);
+    set(setting::kPipe, std::to_string(kPipeNumber));
+    set(setting::kRate, std::to_string(rate.frames) + '/' + std::to_string(rate.seconds));
+    set(setting::kSize,
+        std::to_string(options.size.width) + 'x' + std::to_string(options.size.height));
+    set(setting::kFrom, std::to_string(options.firstFrame()));
+    const std::optional<std::uint64_t> end = options.endFrame();
+    set(setting::kTo, end ? std::to_string(*end) : "");
+    set(setting::kWanted, wanted);
+    return command;
+}
+
+} // namespace
+
+Show::Show(const RecordOptions& options, const std::string& wanted)
+{
+    Command command = showCommand(options, wanted);
+    Pipe packets = makePipe();
+    command.descriptors = {
+        {packets.writeEnd.number(), kPipeNumber}
+    };
+    process_ = Process(command);
+    pipe_ = std::move(packets.readEnd);
+    setNonBlocking(pipe_);
+}
+
+void Show::read(const Take& take)
+{
+    if (!hasHeader_) {
+        if (!fill(&header_, sizeof header_)) {
+            return;
+        }
+        hasHeader_ = true;
+        filled_ = 0;
+        bytes_.resize(header_.bytes);
+    }
+    if (fill(bytes_.data(), bytes_.size())) {
+        hasHeader_ = false;
+        filled_ = 0;
+        take(header_, std::exchange(bytes_, {}));
+    }
+}
+
+bool Show::fill(void* bytes, std::size_t count)
+{
+    while (filled_ < count) {
+        const ssize_t got =
+            ::read(pipe_.number(), static_cast<std::uint8_t*>(bytes) + filled_, count - filled_);
+        if (got == 0) {
+            pipe_.close();
+        }
+        if (got <= 0) {
+            return false;
+        }
+        filled_ += static_cast<std::size_t>(got);
+    }
+    return true;
+}
+
+void Show::stop()
+{
+    process_.signal(SIGKILL);
+    pipe_.close();
+}
