@@ -60,6 +60,12 @@ struct ScorePattern {
     }
 };
 
+// A part of the piece by its name, up to where the next one begins.
+struct ScoreSection {
+    std::string name;
+    std::size_t firstOrder = 0; // index into the order list
+};
+
 struct Score {
     std::string title;
     int speed = 6;
@@ -68,4 +74,5 @@ struct Score {
     std::vector<ScoreChannel> channels;
     std::vector<ScorePattern> patterns;
     std::vector<int> orders; // indices into patterns
+    std::vector<ScoreSection> sections;
 };

@@ -158,6 +158,9 @@ private:
 
     void readOrder(const Words& words)
     {
+        if (score_.sections.empty() || score_.sections.back().name != words[1]) {
+            score_.sections.push_back({words[1], orderNames_.size()});
+        }
         for (std::size_t i = 2; i < words.size(); ++i) {
             orderNames_.push_back({place_, words[i]});
         }
