@@ -2,6 +2,8 @@
 #include "tools/sync_script/meanings.h"
 #include "tools/sync_script/script.h"
 #include "tools/sync_script/sections.h"
+#include "tools/sync_script/stills.h"
+#include "tools/sync_script/strip.h"
 #include "tools/sync_script/text.h"
 
 #include <filesystem>
@@ -126,4 +128,16 @@ TEST(SyncScript, NamesTheSectionsOfTheShow)
     EXPECT_EQ(sectionAt(sections, 3), "column");
     EXPECT_EQ(sectionAt(sections, 30), "end");
     EXPECT_TRUE(sectionsOf("README.md").empty());
+}
+
+// Titles last, so the still is taken where two of them are on.
+TEST(SyncScript, DrawsWhatItHasAndChoosesTellingMoments)
+{
+    const Script script = scriptOf("Z01 / Z80 / Z82 / Z81 / Z83 / F1F Z3F / ZFF / Z07 / Z85 / Z08");
+    EXPECT_EQ(stillTimes(chooseStills(script)), "0.30");
+    const std::string file = pathFor(".png");
+    drawStrip(file, script, {}, "");
+    EXPECT_GT(std::filesystem::file_size(file), 10000U);
+    std::filesystem::remove(file);
+    EXPECT_THROW(drawStrip(pathFor(".jpg"), script, {}, ""), std::runtime_error);
 }

@@ -1,0 +1,104 @@
+#include "tools/sync_script/stills.h"
+
+#include "tools/sync_script/meanings.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <set>
+#include <string_view>
+
+namespace {
+
+constexpr double kStillsInARow = 7.0; // side by side, if all were as wide
+constexpr double kFirstPart = 0.25;   // of its stretch, where a scene has not come into its own yet
+constexpr double kLastPart = 0.97;
+constexpr double kWithoutEvents = 0.6;
+
+constexpr double kAfterwards = 0.06; // seconds from an event to what is seen of it
+constexpr double kHitSeconds = 0.5;
+constexpr double kFadeSeconds = 2.0;
+
+// How much is to be seen of the events before `moment`: what lasts counts whole, the rest less and
+// less.
+double eventfulness(const Script& script, const Still& stretch, std::int64_t moment)
+{
+    double sum = 0.0;
+    std::set<std::string_view> lasting;
+    for (const Cue& cue : script.cues) {
+        const Meaning* meaning = meaningOf(cue);
+        if (cue.sample < stretch.begin || cue.sample > moment || meaning == nullptr) {
+            continue;
+        }
+        const double age = secondsAt(moment - cue.sample);
+        if (meaning->lasting == Lasting::kBegins) {
+            lasting.insert(meaning->name);
+        } else if (meaning->lasting == Lasting::kEnds) {
+            lasting.erase(meaning->name);
+        } else {
+            const bool fades = meaning->lasting == Lasting::kFades;
+            sum += std::exp(-age / (fades ? kFadeSeconds : kHitSeconds));
+        }
+    }
+    return sum + static_cast<double>(lasting.size());
+}
+
+double bestSeconds(const Script& script, const Still& stretch)
+{
+    const auto length = static_cast<double>(stretch.end - stretch.begin);
+    const auto part = [&](double ratio) {
+        return stretch.begin + static_cast<std::int64_t>(ratio * length);
+    };
+    double best = 0.0;
+    std::int64_t moment = part(kWithoutEvents);
+    for (const Cue& cue : script.cues) {
+        if (cue.sample < part(kFirstPart) || cue.sample > part(kLastPart)) {
+            continue;
+        }
+        if (const double seen = eventfulness(script, stretch, cue.sample); seen > best) {
+            best = seen;
+            moment = cue.sample;
+        }
+    }
+    return secondsAt(moment) + kAfterwards;
+}
+
+std::string decimal(double seconds)
+{
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.2f", seconds);
+    return text.data();
+}
+
+} // namespace
+
+std::vector<Still> chooseStills(const Script& script)
+{
+    constexpr int kBlack = 7;
+    std::vector<Still> stills;
+    for (const SceneVisit& visit : sceneVisits(script)) {
+        if (visit.scene >= kBlack) {
+            continue;
+        }
+        const std::int64_t length = visit.end - visit.begin;
+        const double share = static_cast<double>(length) / static_cast<double>(script.samples);
+        const auto count = std::max<std::int64_t>(std::llround(share * kStillsInARow), 1);
+        for (std::int64_t i = 0; i < count; ++i) {
+            Still still{visit.begin + length * i / count, visit.begin + length * (i + 1) / count,
+                        ""};
+            still.seconds = decimal(bestSeconds(script, still));
+            stills.push_back(still);
+        }
+    }
+    return stills;
+}
+
+std::string stillTimes(std::span<const Still> stills)
+{
+    std::string times;
+    for (const Still& still : stills) {
+        times += (times.empty() ? "" : ",") + still.seconds;
+    }
+    return times;
+}
