@@ -12,6 +12,8 @@
 #include "tools/capture/settings.h"
 
 #include <SDL.h>
+#include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -97,16 +99,17 @@ std::uint64_t heard = 0;   // samples since the first frame's moment
 std::optional<SDL_AudioSpec> audio;
 bool audioPlays = false;
 
-// A program whose recorder is gone ends like any writer into a closed pipe.
+// A program whose recorder is gone ends like any writer into a closed pipe: by SIGPIPE.
 void writeAll(const void* bytes, std::size_t count)
 {
     const auto* next = static_cast<const std::byte*>(bytes);
     while (count > 0) {
         const ssize_t written = ::write(wishes().pipe, next, count);
-        if (written > 0) {
-            next += written;
-            count -= static_cast<std::size_t>(written);
+        if (written < 0 && errno != EINTR) {
+            std::_Exit(EXIT_FAILURE);
         }
+        next += std::max<ssize_t>(written, 0);
+        count -= static_cast<std::size_t>(std::max<ssize_t>(written, 0));
     }
 }
 

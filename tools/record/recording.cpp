@@ -200,8 +200,9 @@ void Recording::report()
 {
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
                            static_cast<double>(options_.rate.frames);
-    std::fprintf(stderr, "kso: %llu frames, %s, recorded in %s\n",
-                 static_cast<unsigned long long>(taken_), clockText(seconds, 2).c_str(),
+    const std::string to = options_.film.empty() ? "" : " to " + options_.film.string();
+    std::fprintf(stderr, "kso: %llu frames, %s, recorded%s in %s\n",
+                 static_cast<unsigned long long>(taken_), clockText(seconds, 2).c_str(), to.c_str(),
                  clockText(progress_.elapsedSeconds(), 1).c_str());
 }
 
