@@ -43,8 +43,10 @@ const std::array kKinds = {
     Kind{".mp4 .m4v .mov ",                                             true,  true,  true,
          [] {
              std::vector<std::string> arguments = kH264;
-             // The index goes to the front, so that a browser can begin at once.
-             arguments.insert(arguments.end(), {"-movflags", "+faststart"});
+             // The index goes to the front, so that a browser can begin at once. Lengths are told
+             // in samples: in the usual milliseconds the sound's would be rounded.
+             arguments.insert(arguments.end(),
+                              {"-movflags", "+faststart", "-movie_timescale", "44100"});
              return arguments;
          }()                                                                                                                                    },
     Kind{".webm ",                                                      true,  true,  true,  {"-c:v", "libvpx-vp9", "-b:v", "0", "-row-mt", "1"}},
