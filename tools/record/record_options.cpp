@@ -185,6 +185,9 @@ void check(RecordOptions& options)
     if (options.onlyStills() && options.stills.empty()) {
         options.film = "kso.mp4";
     }
+    if (options.crf && options.film.empty()) {
+        throw UsageError("--crf is for a film, and none is to be made");
+    }
     const std::uint64_t first = options.firstFrame();
     const std::optional<std::uint64_t> end = options.endFrame();
     if (end && *end <= first) {

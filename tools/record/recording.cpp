@@ -198,12 +198,19 @@ void Recording::finish(const FileDescriptor& signals)
 
 void Recording::report()
 {
+    const std::string took = clockText(progress_.elapsedSeconds(), 1);
+    if (options_.onlyStills()) {
+        std::fprintf(stderr, "kso: %zu stills in %s, made in %s\n",
+                     options_.stills.size() - stills_.size(), options_.stillsFolder.c_str(),
+                     took.c_str());
+        return;
+    }
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
                            static_cast<double>(options_.rate.frames);
     const std::string to = options_.film.empty() ? "" : " to " + options_.film.string();
     std::fprintf(stderr, "kso: %llu frames, %s, recorded%s in %s\n",
                  static_cast<unsigned long long>(taken_), clockText(seconds, 2).c_str(), to.c_str(),
-                 clockText(progress_.elapsedSeconds(), 1).c_str());
+                 took.c_str());
 }
 
 void Recording::checkShow()
