@@ -9,6 +9,7 @@
 #include <cmath>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -70,6 +71,21 @@ cairo_surface_t* openSurface(const std::string& file, bool isPng, int width, int
         throw std::runtime_error(file + ": the name of the picture ends in .png or .svg");
     }
     return cairo_svg_surface_create(file.c_str(), width, height);
+}
+
+// UTF-8's letters, of one byte or more.
+std::vector<std::string> letters(const std::string& text)
+{
+    std::vector<std::string> all;
+    for (const char byte : text) {
+        const bool goesOn = (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+        if (goesOn && !all.empty()) {
+            all.back() += byte;
+        } else {
+            all.emplace_back(1, byte);
+        }
+    }
+    return all;
 }
 
 } // namespace
@@ -147,8 +163,7 @@ void Pen::type(const std::string& text, double x, double baseline, const Type& s
     use(style.ink);
     // As outlines, which stand between pixels too.
     double left = x - shift;
-    for (const char letter : text) {
-        const std::string one(1, letter);
+    for (const std::string& one : letters(text)) {
         cairo_text_extents_t extents;
         cairo_text_extents(context_.get(), one.c_str(), &extents);
         cairo_move_to(context_.get(), left, baseline);
@@ -164,7 +179,7 @@ double Pen::widthOf(const std::string& text, const Type& style)
     cairo_set_font_size(context_.get(), style.capHeight / kCapOfAnEm);
     cairo_text_extents_t extents;
     cairo_text_extents(context_.get(), text.c_str(), &extents);
-    const double gaps = text.empty() ? 0.0 : static_cast<double>(text.size() - 1);
+    const double gaps = text.empty() ? 0.0 : static_cast<double>(letters(text).size() - 1);
     return extents.x_advance + gaps * kTracking * style.capHeight;
 }
 
@@ -194,6 +209,7 @@ bool Pen::screenshot(const std::string& path, const Box& box)
 
 void Pen::finish()
 {
+    require(cairo_status(context_.get()), file_);
     if (isPng_) {
         require(cairo_surface_write_to_png(surface_.get(), file_.c_str()), file_);
     }

@@ -247,7 +247,10 @@ std::vector<SceneVisit> sceneVisits(const Script& script)
             visits.push_back({cue.scene, cue.sample, script.samples});
         }
     }
-    std::erase_if(visits, [](const SceneVisit& visit) { return visit.begin == visit.end; });
+    // The last one stays in any case: a show may end before its first sample.
+    visits.erase(std::remove_if(visits.begin(), visits.end() - 1,
+                                [](const SceneVisit& visit) { return visit.begin == visit.end; }),
+                 visits.end() - 1);
     return visits;
 }
 

@@ -14,6 +14,7 @@ constexpr const char* kOwnModule = "data/olvu.xm"; // the show's
 
 // What values mean to the show: a scene's number, the end, no scene, and from here on events.
 constexpr int kSceneCount = 8;
+constexpr int kBlackScene = 7; // and from here on, nothing is drawn
 constexpr int kEndValue = 8;
 constexpr int kFirstEvent = 64;
 

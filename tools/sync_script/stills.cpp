@@ -16,7 +16,8 @@ constexpr double kFirstPart = 0.25;   // of its stretch, where a scene has not c
 constexpr double kLastPart = 0.97;
 constexpr double kWithoutEvents = 0.6;
 
-constexpr double kAfterwards = 0.06; // seconds from an event to what is seen of it
+constexpr double kBeforeTheEnd = 0.02; // seconds, a frame or so
+constexpr double kAfterwards = 0.06;   // seconds from an event to what is seen of it
 constexpr double kHitSeconds = 0.5;
 constexpr double kFadeSeconds = 2.0;
 
@@ -61,7 +62,8 @@ double bestSeconds(const Script& script, const Still& stretch)
             moment = cue.sample;
         }
     }
-    return secondsAt(moment) + kAfterwards;
+    // Never past the stretch, where the next scene is on.
+    return std::min(secondsAt(moment) + kAfterwards, secondsAt(stretch.end) - kBeforeTheEnd);
 }
 
 std::string decimal(double seconds)
@@ -75,10 +77,9 @@ std::string decimal(double seconds)
 
 std::vector<Still> chooseStills(const Script& script)
 {
-    constexpr int kBlack = 7;
     std::vector<Still> stills;
     for (const SceneVisit& visit : sceneVisits(script)) {
-        if (visit.scene >= kBlack) {
+        if (visit.scene >= kBlackScene) {
             continue;
         }
         const std::int64_t length = visit.end - visit.begin;

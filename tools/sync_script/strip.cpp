@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace {
@@ -46,13 +47,19 @@ std::string wholeSeconds(std::int64_t sample)
     return time.substr(0, time.find('.'));
 }
 
-void drawHeadline(const Chart& chart, std::size_t scenes)
+void drawHeadline(const Chart& chart, std::span<const SceneVisit> visits)
 {
+    std::set<int> scenes;
+    for (const SceneVisit& visit : visits) {
+        if (visit.scene < kBlackScene) {
+            scenes.insert(visit.scene);
+        }
+    }
     const Script& script = chart.script;
     const std::string title = script.title.empty() ? "script" : script.title;
     chart.pen.type(title, kLeft, kHeadline, {60.0, {kTypeColour}, Align::kLeft, true});
-    chart.pen.type(wholeSeconds(script.samples) + " minutes    " + std::to_string(scenes) +
-                       " scenes    " + std::to_string(script.cues.size()) + " cues",
+    chart.pen.type(wholeSeconds(script.samples) + " minutes    " + std::to_string(scenes.size()) +
+                       " scenes    " + std::to_string(script.cues.size()) + " effects",
                    kRight, kHeadline,
                    {
                        26.0, {kTypeColour, 0.7},
@@ -227,7 +234,7 @@ void drawStrip(const std::string& file, const Script& script,
     const std::vector<RowStart> orders = orderStarts(script);
 
     pen.fill({0.0, 0.0, kWidth, kHeight}, {kGroundColour});
-    drawHeadline(chart, visits.size());
+    drawHeadline(chart, visits);
     drawStills(chart, stillFolder);
     for (const SceneVisit& visit : visits) {
         drawScene(chart, visit);
