@@ -30,7 +30,6 @@
 namespace {
 
 constexpr std::uint64_t kMillisecondsPerSecond = 1000;
-constexpr std::size_t kSamplesPerMoment = 2;  // left and right
 constexpr std::time_t kBirth = 1'000'000'000; // the time of day when the program starts
 constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
@@ -138,14 +137,15 @@ void hearUntil(std::uint64_t moment)
     if (moment <= heard) {
         return;
     }
-    samples.assign((moment - heard) * kSamplesPerMoment, 0);
-    const std::size_t bytes = samples.size() * sizeof samples[0];
-    if (audio && audioPlays) {
+    samples.assign((moment - heard) * kSoundChannels, 0);
+    // One by one, since a player may round a little differently with the lengths that it is asked
+    // for: the sound is the same at every frame rate.
+    for (std::size_t i = 0; audio && audioPlays && i < samples.size(); i += kSoundChannels) {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as SDL's callbacks want it
-        audio->callback(audio->userdata, reinterpret_cast<Uint8*>(samples.data()),
-                        static_cast<int>(bytes));
+        audio->callback(audio->userdata, reinterpret_cast<Uint8*>(&samples[i]),
+                        kSoundChannels * sizeof samples[i]);
     }
-    send(PacketKind::sound, heard, samples.data(), bytes);
+    send(PacketKind::sound, heard, samples.data(), samples.size() * sizeof samples[0]);
     heard = moment;
 }
 
@@ -228,8 +228,10 @@ void SDL_GL_SwapBuffers()
 
 int SDL_PollEvent(SDL_Event* event)
 {
-    if (frame + 1 >= wishes().to && !isClosed) {
-        SDL_GL_SwapBuffers();
+    // A pass that shows nothing may be the show's own end and no frame, so that it takes one more
+    // to know.
+    const bool isLast = frame + 1 == wishes().to && isShown;
+    if ((isLast || frame >= wishes().to) && !isClosed) {
         hearUntil(wishes().rate.samplesBefore(wishes().to));
         event->type = wishes().closingEvent;
         isClosed = true;
@@ -255,7 +257,7 @@ void SDL_Delay(Uint32 milliseconds)
 int SDL_OpenAudio(SDL_AudioSpec* desired, SDL_AudioSpec* /*obtained*/)
 {
     if (desired->freq != static_cast<int>(kSamplesPerSecond) || desired->format != AUDIO_S16SYS ||
-        desired->channels != kSamplesPerMoment) {
+        desired->channels != kSoundChannels) {
         std::fputs("kso: only 44100 Hz, 16 bits and stereo can be recorded\n", stderr);
         return -1;
     }

@@ -4,9 +4,11 @@
 // Everything is counted from the first frame with whole numbers, so nothing adds up over time.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
-constexpr std::uint64_t kSamplesPerSecond = 44100;
+constexpr std::uint64_t kSamplesPerSecond = 44100; // each of them left and right
+constexpr std::size_t kSoundChannels = 2;
 constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
 
 // `frames` frames in every `seconds` seconds, so 59.94 is 60000 in 1001.

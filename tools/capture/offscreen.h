@@ -6,14 +6,11 @@
 // OpenGL draws; what the program draws by itself into textures keeps its size in texels.
 #pragma once
 
+#include "tools/capture/picture_size.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
-
-struct PictureSize {
-    int width = 640;
-    int height = 480;
-};
 
 // Makes the context current on this thread, with the buffer black. The GPU is used where there is
 // one, unless LIBGL_ALWAYS_SOFTWARE asks for none. False, after a message, when nothing draws here.

@@ -5,8 +5,10 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <sys/ioctl.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -16,6 +18,7 @@ constexpr int kSoundNumber = 101;
 constexpr std::size_t kMostWaitingPictures = 2;
 // ffmpeg takes the sound a second or so behind the pictures; this is minutes.
 constexpr std::size_t kMostWaitingSoundBytes = std::size_t{64} << 20U;
+constexpr std::size_t kMostWaitingSoundAlone = std::size_t{1} << 20U;
 constexpr std::size_t kMostSaid = 4096;
 
 std::string sizeText(PictureSize size)
@@ -29,7 +32,14 @@ std::string fileName(const std::filesystem::path& film)
     return "file:" + film.string();
 }
 
-Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format)
+std::filesystem::path partOf(const std::filesystem::path& film)
+{
+    std::filesystem::path part = film;
+    return part.replace_extension(".part" + film.extension().string());
+}
+
+Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
+                      const std::filesystem::path& file)
 {
     std::vector<std::string> words = {"ffmpeg",       "-y",        "-nostdin",
                                       "-hide_banner", "-loglevel", "error"};
@@ -48,7 +58,7 @@ Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format)
              "pipe:" + std::to_string(kSoundNumber)});
     }
     add(format.arguments);
-    add({fileName(options.film)});
+    add({fileName(file)});
     return {words};
 }
 
@@ -58,6 +68,13 @@ void PipeQueue::open(FileDescriptor pipe)
 {
     pipe_ = std::move(pipe);
     setNonBlocking(pipe_);
+}
+
+void PipeQueue::close()
+{
+    pipe_.close();
+    chunks_.clear();
+    waiting_ = 0;
 }
 
 void PipeQueue::push(std::vector<std::uint8_t> bytes)
@@ -98,7 +115,8 @@ Encoder::Encoder(const RecordOptions& options)
                                                   static_cast<std::size_t>(options.size.height) * 3)
 {
     const FilmFormat format = filmFormat(options.film, options.crf);
-    Command command = ffmpegCommand(options, format);
+    part_ = format.isSequence ? film_ : partOf(film_);
+    Command command = ffmpegCommand(options, format, part_);
     Pipe pictures = makePipe();
     Pipe sound = makePipe();
     Pipe messages = makePipe();
@@ -122,6 +140,16 @@ Encoder::Encoder(const RecordOptions& options)
     }
 }
 
+Encoder::~Encoder()
+{
+    // First of all, so that the end of its input does not make it write something.
+    ffmpeg_.signal(SIGKILL);
+    std::error_code ignored;
+    if (part_ != film_) {
+        std::filesystem::remove(part_, ignored);
+    }
+}
+
 void Encoder::push(Frame frame)
 {
     pictures_.push(std::move(frame.picture));
@@ -141,6 +169,9 @@ void Encoder::finish()
 bool Encoder::isBusy() const
 {
     const bool hasSound = !sound_.pipe().isOpen() || sound_.waiting() > 0 || sound_.isUnread();
+    if (!pictures_.pipe().isOpen()) {
+        return sound_.waiting() > kMostWaitingSoundAlone;
+    }
     return pictures_.waiting() > (kMostWaitingPictures - 1) * pictureBytes_ && hasSound;
 }
 
@@ -165,7 +196,7 @@ void Encoder::serve()
     }
     if (sound_.pipe().isOpen() && pictures_.pipe().isOpen() &&
         sound_.waiting() > kMostWaitingSoundBytes) {
-        throw RecordError("ffmpeg takes no sound for " + film_);
+        throw RecordError("ffmpeg takes no sound for " + film_.string());
     }
 }
 
@@ -183,12 +214,17 @@ void Encoder::readMessages()
     }
 }
 
-void Encoder::check()
+void Encoder::complete()
 {
     const int status = ffmpeg_.wait();
     if (status != 0 || !said_.empty()) {
         const std::string firstLine = said_.substr(0, said_.find('\n'));
-        throw RecordError("ffmpeg cannot make " + film_ + ": " +
+        throw RecordError("ffmpeg cannot make " + film_.string() + ": " +
                           (said_.empty() ? "status " + std::to_string(status) : firstLine));
+    }
+    std::error_code error;
+    std::filesystem::rename(part_, film_, error);
+    if (error && part_ != film_) {
+        throw RecordError("cannot write " + film_.string() + ": " + error.message());
     }
 }

@@ -1,4 +1,7 @@
 // ffmpeg at work on a film: takes pictures and sound through pipes, as fast as it likes.
+//
+// It writes beside the film, into NAME.part.EXTENSION, which takes the film's name when it is
+// whole: what stood there before stays until then. A film that does not become whole is taken away.
 #pragma once
 
 #include "tools/record/frames.h"
@@ -16,7 +19,7 @@
 class PipeQueue {
 public:
     void open(FileDescriptor pipe);
-    void close() { pipe_.close(); }
+    void close(); // forgets what waits
 
     void push(std::vector<std::uint8_t> bytes);
 
@@ -39,6 +42,9 @@ public:
     // Throws RecordError when ffmpeg cannot be started, UsageError when the film's name and the
     // other wishes do not go together.
     explicit Encoder(const RecordOptions& options);
+    Encoder(const Encoder&) = delete;
+    Encoder& operator=(const Encoder&) = delete;
+    ~Encoder();
 
     void push(Frame frame);
 
@@ -55,14 +61,14 @@ public:
     void appendTo(std::vector<pollfd>& waits) const;
     void serve();
 
-    // Once it is done: throws RecordError with what ffmpeg said, if the film is not what it should
-    // be.
-    void check();
+    // Once it is done: gives the film its name, or throws RecordError with what ffmpeg said.
+    void complete();
 
 private:
     void readMessages();
 
-    std::string film_;
+    std::filesystem::path film_;
+    std::filesystem::path part_; // what ffmpeg writes; the film itself for a row of pictures
     std::size_t pictureBytes_;
     Process ffmpeg_;
     FileDescriptor messages_; // what ffmpeg says

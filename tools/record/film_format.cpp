@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <sstream>
 #include <string_view>
 
 namespace {
@@ -12,69 +14,88 @@ constexpr int kUsualCrf = 18;
 
 // H.264 plays everywhere with colours at half resolution; the matrix is the one that today's
 // players take for granted. This preset's files are no larger than those of slower ones.
-const std::vector<std::string> kH264 = {"-vf",
-                                        "scale=out_color_matrix=bt709:out_range=tv,format=yuv420p",
-                                        "-c:v",
-                                        "libx264",
-                                        "-preset",
-                                        "veryfast",
-                                        "-c:a",
-                                        "aac",
-                                        "-b:a",
-                                        "256k",
-                                        "-colorspace",
-                                        "bt709",
-                                        "-color_primaries",
-                                        "bt709",
-                                        "-color_trc",
-                                        "bt709"};
+constexpr const char* kH264 =
+    "-vf scale=out_color_matrix=bt709:out_range=tv,format=yuv420p"
+    " -c:v libx264 -preset veryfast -colorspace bt709 -color_primaries bt709 -color_trc bt709"
+    " -c:a aac -b:a 256k";
+constexpr const char* kVp9 =
+    "-vf scale=out_color_matrix=bt709:out_range=tv,format=yuv420p"
+    " -c:v libvpx-vp9 -b:v 0 -row-mt 1 -deadline realtime -cpu-used 4 -c:a libopus -b:a 192k";
+// The index goes to the front, so that a browser can begin at once. Lengths are told in samples: in
+// the usual milliseconds the sound's would be rounded.
+constexpr const char* kMp4 = "-movflags +faststart -movie_timescale 44100";
+// Players know no more than 50 frames a second. Each picture has its own palette, since a common
+// one would need all of them in memory.
+constexpr const char* kGif = "-vf fps=fps='min(source_fps,50)',split[a][b];"
+                             "[a]palettegen=stats_mode=single[p];[b][p]paletteuse=new=1";
 
+// What a file holds, and what ffmpeg is told: about the streams, then about the file.
 struct Kind {
-    std::string_view names; // extensions, each with a blank behind it
-    bool pictures;
-    bool sound;
-    bool hasCrf;
-    std::vector<std::string> arguments;
+    std::string_view extensions; // each with a blank behind it
+    bool pictures = false;
+    bool sound = false;
+    bool hasCrf = false;
+    bool isSequence = false; // a file for each picture
+    const char* streams = "";
+    const char* file = "";
 };
 
 // What is not here is ffmpeg's to choose.
-const std::array kKinds = {
-    Kind{".mkv ",                                                       true,  true,  true,  kH264                                              },
-    Kind{".mp4 .m4v .mov ",                                             true,  true,  true,
-         [] {
-             std::vector<std::string> arguments = kH264;
-             // The index goes to the front, so that a browser can begin at once. Lengths are told
-             // in samples: in the usual milliseconds the sound's would be rounded.
-             arguments.insert(arguments.end(),
-                              {"-movflags", "+faststart", "-movie_timescale", "44100"});
-             return arguments;
-         }()                                                                                                                                    },
-    Kind{".webm ",                                                      true,  true,  true,  {"-c:v", "libvpx-vp9", "-b:v", "0", "-row-mt", "1"}},
-    Kind{".gif .png .apng .jpg .jpeg .webp .bmp .tga .tif .tiff .ppm ", true,  false, false, {}                                                 },
-    Kind{".wav .flac .mp3 .ogg .opus .m4a .aac .aiff ",                 false, true,  false, {}                                                 },
+// clang-format off
+constexpr std::array kKinds = {
+    Kind{.extensions = ".mp4 .m4v .mov ", .pictures = true, .sound = true, .hasCrf = true,
+         .streams = kH264, .file = kMp4},
+    Kind{.extensions = ".mkv ", .pictures = true, .sound = true, .hasCrf = true, .streams = kH264},
+    Kind{.extensions = ".webm ", .pictures = true, .sound = true, .hasCrf = true, .streams = kVp9},
+    Kind{.extensions = ".gif ", .pictures = true, .streams = kGif},
+    Kind{.extensions = ".apng .webp ", .pictures = true},
+    Kind{.extensions = ".png .jpg .jpeg .bmp .tga .tif .tiff .ppm ", .pictures = true,
+         .isSequence = true},
+    Kind{.extensions = ".wav .flac .mp3 .ogg .opus .m4a .aac .aiff ", .sound = true},
 };
+// clang-format on
 
-} // namespace
-
-FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
+const Kind* kindOf(const std::filesystem::path& film)
 {
     std::string extension = film.extension().string() + ' ';
     std::ranges::transform(extension, extension.begin(), [](unsigned char letter) {
         return static_cast<char>(std::tolower(letter));
     });
-    const auto* const kind = std::ranges::find_if(
-        kKinds, [&](const Kind& each) { return each.names.find(extension) != std::string::npos; });
-    const bool isKnown = kind != kKinds.end() && extension != " ";
-    if (crf && !(isKnown && kind->hasCrf)) {
+    const auto* const kind = std::ranges::find_if(kKinds, [&](const Kind& each) {
+        return extension != " " && each.extensions.find(extension) != std::string_view::npos;
+    });
+    return kind != kKinds.end() ? kind : nullptr;
+}
+
+void append(std::vector<std::string>& arguments, const char* words)
+{
+    std::istringstream stream(words);
+    for (std::string word; stream >> word;) {
+        arguments.push_back(word);
+    }
+}
+
+} // namespace
+
+FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
+{
+    const Kind* const kind = kindOf(film);
+    if (crf && (kind == nullptr || !kind->hasCrf)) {
         throw UsageError("--crf is for .mp4, .mov, .mkv and .webm");
     }
-    if (!isKnown) {
+    if (kind == nullptr) {
         return {};
     }
-    FilmFormat format{kind->pictures, kind->sound, kind->arguments};
+    if (kind->isSequence && film.filename().string().find('%') == std::string::npos) {
+        throw UsageError("-o " + film.string() +
+                         " is one picture: name a row of them, like frames-%05d" +
+                         film.extension().string() + ", or use --stills");
+    }
+    FilmFormat format{kind->pictures, kind->sound, kind->isSequence, {}};
+    append(format.arguments, kind->streams);
+    append(format.arguments, kind->file);
     if (kind->hasCrf) {
-        format.arguments.insert(format.arguments.end(),
-                                {"-crf", std::to_string(crf.value_or(kUsualCrf))});
+        append(format.arguments, ("-crf " + std::to_string(crf.value_or(kUsualCrf))).c_str());
     }
     return format;
 }

@@ -9,8 +9,10 @@
 struct FilmFormat {
     bool pictures = true;
     bool sound = true;
+    bool isSequence = false; // a file for each picture; the name has ffmpeg's place for the number
     std::vector<std::string> arguments; // of ffmpeg, for the file
 };
 
-// Throws UsageError when `crf` is given and the format has no such thing.
+// Throws UsageError when `crf` is given and the format has no such thing, or when the name is that
+// of a single picture.
 FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf);

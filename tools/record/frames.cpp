@@ -4,12 +4,6 @@
 #include <cstring>
 #include <utility>
 
-namespace {
-
-constexpr std::size_t kSamplesPerMoment = 2; // left and right
-
-} // namespace
-
 void FrameAssembler::add(const PacketHeader& header, std::vector<std::uint8_t> bytes)
 {
     if (header.kind == PacketKind::sound) {
@@ -18,7 +12,7 @@ void FrameAssembler::add(const PacketHeader& header, std::vector<std::uint8_t> b
         waiting_ = Frame{header.position, std::move(bytes), {}};
         seen_ = header.position + 1;
     }
-    const std::uint64_t heard = soundBegin_ + sound_.size() / kSamplesPerMoment;
+    const std::uint64_t heard = soundBegin_ + sound_.size() / kSoundChannels;
     if (waiting_ && heard >= rate_.samplesBefore(waiting_->number + 1)) {
         passOn();
     }
@@ -28,7 +22,7 @@ void FrameAssembler::finish()
 {
     if (waiting_) {
         const std::uint64_t end = rate_.samplesBefore(waiting_->number + 1);
-        sound_.resize((end - soundBegin_) * kSamplesPerMoment, 0);
+        sound_.resize((end - soundBegin_) * kSoundChannels, 0);
         passOn();
     }
 }
@@ -36,7 +30,7 @@ void FrameAssembler::finish()
 // Sound may be heard again, from a position on: what was there is forgotten.
 void FrameAssembler::addSound(std::uint64_t position, std::span<const std::uint8_t> bytes)
 {
-    const std::size_t kept = (position - soundBegin_) * kSamplesPerMoment;
+    const std::size_t kept = (position - soundBegin_) * kSoundChannels;
     sound_.resize(kept + bytes.size() / sizeof(std::int16_t));
     std::memcpy(sound_.data() + kept, bytes.data(), bytes.size());
 }
@@ -44,7 +38,7 @@ void FrameAssembler::addSound(std::uint64_t position, std::span<const std::uint8
 void FrameAssembler::passOn()
 {
     const std::uint64_t end = rate_.samplesBefore(waiting_->number + 1);
-    const std::size_t count = (end - soundBegin_) * kSamplesPerMoment;
+    const std::size_t count = (end - soundBegin_) * kSoundChannels;
     waiting_->sound = std::span(sound_).first(count);
     if (waiting_->number >= first_) {
         take_(std::move(*waiting_));

@@ -15,13 +15,17 @@ namespace {
 constexpr int kStatusOfBadUsage = 2;
 constexpr int kStatusOfInterrupt = 130;
 
-// What would end this process can be read from here instead.
+// What would end this process can be read from here instead. What is ignored stays so.
 FileDescriptor takeSignals()
 {
     sigset_t signals;
     ::sigemptyset(&signals);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        ::sigaddset(&signals, number);
+        struct sigaction action = {};
+        ::sigaction(number, nullptr, &action);
+        if (action.sa_handler != SIG_IGN) {
+            ::sigaddset(&signals, number);
+        }
     }
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN);

@@ -2,6 +2,7 @@
 
 #include "tools/record/record_error.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -15,21 +16,16 @@ namespace {
 
 constexpr int kPipeBytes = 1 << 20;
 
-std::vector<char*> pointersTo(std::vector<std::string>& words)
-{
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
+// Our own environment, without the variables that are set anew.
 std::vector<std::string> withOurs(std::vector<std::string> environment)
 {
+    const std::vector<std::string> news = environment;
     for (char** variable = environ; *variable != nullptr; ++variable) {
-        environment.emplace_back(*variable);
+        const std::string ours = *variable;
+        const std::string name = ours.substr(0, ours.find('=') + 1);
+        if (std::ranges::none_of(news, [&](const auto& each) { return each.starts_with(name); })) {
+            environment.push_back(ours);
+        }
     }
     return environment;
 }
@@ -84,6 +80,17 @@ private:
 };
 
 } // namespace
+
+std::vector<char*> pointersTo(std::vector<std::string>& words)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
 
 void FileDescriptor::close()
 {

@@ -1,3 +1,4 @@
+// Child processes and the pipes between them and us.
 #pragma once
 
 #include <filesystem>
@@ -38,9 +39,12 @@ Pipe makePipe();
 
 void setNonBlocking(const FileDescriptor& descriptor);
 
+// As a process's entry point gets them: a null pointer at the end. They last as long as `words`.
+std::vector<char*> pointersTo(std::vector<std::string>& words);
+
 struct Command {
     std::vector<std::string> words;                    // the program first, looked for in PATH
-    std::vector<std::string> environment = {};         // on top of our own, NAME=VALUE
+    std::vector<std::string> environment = {};         // NAME=VALUE, beside or instead of our own
     std::filesystem::path folder = {};                 // to start in; empty: our own
     std::vector<std::pair<int, int>> descriptors = {}; // ours, and the child's number for it
 };

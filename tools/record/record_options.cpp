@@ -182,7 +182,7 @@ void check(RecordOptions& options)
     if (options.stillsFolder.empty() != options.stills.empty()) {
         throw UsageError("--stills and --at belong together");
     }
-    if (options.onlyStills() && options.stills.empty()) {
+    if (options.film.empty() && options.hashes.empty() && options.stills.empty()) {
         options.film = "kso.mp4";
     }
     if (options.crf && options.film.empty()) {
@@ -202,10 +202,9 @@ void check(RecordOptions& options)
     if (!std::filesystem::is_directory(options.show)) {
         throw UsageError("there is no folder \"" + options.show.string() + "\"");
     }
-    // The show's own silence runs against the real clock, which is none of the recording's.
-    if (std::ranges::find(options.programArguments, "-nosound") != options.programArguments.end()) {
-        throw UsageError("-nosound cannot be recorded: the sound is what keeps the show's time");
-    }
+    // The show's own silence runs against the real clock, which is none of the recording's. A word
+    // that means nothing to the show leaves its other arguments in their places.
+    std::ranges::replace(options.programArguments, std::string("-nosound"), std::string("-sound"));
 }
 
 } // namespace

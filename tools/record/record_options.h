@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tools/capture/frame_rate.h"
-#include "tools/capture/offscreen.h"
+#include "tools/capture/picture_size.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -70,6 +70,9 @@ Recording::Recording(const RecordOptions& options)
     if (!options.hashes.empty()) {
         hashes_.emplace(options.hashes);
     }
+    if (!options.film.empty()) {
+        encoder_.emplace(options);
+    }
 }
 
 bool Recording::run(const FileDescriptor& signals)
@@ -83,11 +86,12 @@ bool Recording::run(const FileDescriptor& signals)
         }
         finish(signals);
     } catch (const RecordError&) {
-        // What there is of the film shall be whole; why it ends here is known already.
+        // What there is of the film shall be whole.
         show_.stop();
         hashes_.reset();
-        if (encoder_ && !encoder_->isDone()) {
+        try {
             finish(signals);
+        } catch (const RecordError&) { // NOLINT(bugprone-empty-catch): the first reason counts
         }
         progress_.clear();
         throw;
@@ -95,6 +99,8 @@ bool Recording::run(const FileDescriptor& signals)
     progress_.clear();
     if (taken_ > 0) {
         report();
+    } else if (isInterrupted_) {
+        std::fputs("kso: nothing was recorded\n", stderr);
     }
     if (!isInterrupted_) {
         checkShow();
@@ -129,7 +135,7 @@ void Recording::serve(const FileDescriptor& signals)
     if (encoder_) {
         encoder_->serve();
         if (encoder_->isDone() && show_.pipe().isOpen()) {
-            encoder_->check();
+            encoder_->complete();
             throw RecordError("ffmpeg has enough of " + options_.film.string() +
                               " before the show's end");
         }
@@ -173,10 +179,7 @@ void Recording::takeFrame(Frame frame)
     if (hashes_) {
         hashes_->add(frame);
     }
-    if (!options_.film.empty()) {
-        if (!encoder_) {
-            encoder_.emplace(options_);
-        }
+    if (encoder_) {
         encoder_->push(std::move(frame));
     }
 }
@@ -187,12 +190,15 @@ void Recording::finish(const FileDescriptor& signals)
         hashes_->close();
         hashes_.reset();
     }
+    if (taken_ == 0) {
+        encoder_.reset();
+    }
     if (encoder_) {
         encoder_->finish();
         while (!encoder_->isDone()) {
             serve(signals);
         }
-        encoder_->check();
+        encoder_->complete();
     }
 }
 
@@ -208,9 +214,9 @@ void Recording::report()
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
                            static_cast<double>(options_.rate.frames);
     const std::string to = options_.film.empty() ? "" : " to " + options_.film.string();
-    std::fprintf(stderr, "kso: %llu frames, %s, recorded%s in %s\n",
-                 static_cast<unsigned long long>(taken_), clockText(seconds, 2).c_str(), to.c_str(),
-                 took.c_str());
+    std::fprintf(stderr, "kso: %llu frame%s, %s, recorded%s in %s\n",
+                 static_cast<unsigned long long>(taken_), taken_ == 1 ? "" : "s",
+                 clockText(seconds, 2).c_str(), to.c_str(), took.c_str());
 }
 
 void Recording::checkShow()
@@ -224,7 +230,8 @@ void Recording::checkShow()
         throw RecordError("the show failed");
     }
     if (taken_ == 0) {
-        throw RecordError("the show ended before --from");
+        throw RecordError(options_.firstFrame() > 0 ? "the show ended before --from"
+                                                    : "the show ended before its first frame");
     }
     if (!stills_.empty()) {
         throw RecordError("the show ended before the still " + stills_.begin()->second);

@@ -37,7 +37,7 @@ private:
     std::uint64_t taken_ = 0;                          // frames
     bool isInterrupted_ = false;
     std::optional<HashList> hashes_;
-    std::optional<Encoder> encoder_; // from the first frame on
+    std::optional<Encoder> encoder_; // none, if there is no film to make
     Progress progress_;
     FrameAssembler frames_;
     Show show_;

@@ -1,10 +1,13 @@
 #include "tools/record/show.h"
 
 #include "tools/capture/settings.h"
+#include "tools/record/record_error.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
 #include <string>
 #include <unistd.h>
 #include <utility>
@@ -12,6 +15,13 @@
 namespace {
 
 constexpr int kPipeNumber = 100; // in the show, clear of ours
+constexpr int kLibraryNumber = 101;
+
+std::string inherited(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
 
 Command showCommand(const RecordOptions& options, const std::string& wanted)
 {
@@ -25,7 +35,10 @@ Command showCommand(const RecordOptions& options, const std::string& wanted)
         command.environment.push_back(std::string(name) + '=' + value);
     };
     const FrameRate& rate = options.rate;
-    set("LD_PRELOAD", KSO_CAPTURE);
+    // By its descriptor: the loader cuts paths at blanks and colons.
+    const std::string others = inherited("LD_PRELOAD");
+    set("LD_PRELOAD",
+        "/proc/self/fd/" + std::to_string(kLibraryNumber) + (others.empty() ? "" : ':' + others));
     set(setting::kPipe, std::to_string(kPipeNumber));
     set(setting::kRate, std::to_string(rate.frames) + '/' + std::to_string(rate.seconds));
     set(setting::kSize,
@@ -43,8 +56,13 @@ Show::Show(const RecordOptions& options, const std::string& wanted)
 {
     Command command = showCommand(options, wanted);
     Pipe packets = makePipe();
+    const FileDescriptor library(::open(KSO_CAPTURE, O_RDONLY | O_CLOEXEC));
+    if (!library.isOpen()) {
+        throw RecordError(std::string("cannot read ") + KSO_CAPTURE + ": " + std::strerror(errno));
+    }
     command.descriptors = {
-        {packets.writeEnd.number(), kPipeNumber}
+        {packets.writeEnd.number(), kPipeNumber   },
+        {library.number(),          kLibraryNumber}
     };
     process_ = Process(command);
     pipe_ = std::move(packets.readEnd);

@@ -1,14 +1,16 @@
 #include "tools/record/show_length.h"
 
+#include "runtime/options.h"
 #include "sound/module.h"
+#include "tools/record/process.h"
 
-#include <cstdlib>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
 constexpr int kEndOfShow = 8;
-constexpr long kFirstStartScene = 2; // counted from 1, unlike the module's scene numbers
 
 // Seconds to the first Zxx effect with this parameter, in the order of playing.
 std::optional<double> momentOf(FMUSIC_MODULE& module, int parameter)
@@ -24,21 +26,28 @@ std::optional<double> momentOf(FMUSIC_MODULE& module, int parameter)
     return std::nullopt;
 }
 
+// Counted from 1, unlike the module's scene numbers; 0 for the beginning.
+int startSceneOf(const RecordOptions& recordOptions)
+{
+    std::vector<std::string> words = recordOptions.programArguments;
+    words.insert(words.begin(), "kso");
+    readOptions(static_cast<int>(words.size()), pointersTo(words).data());
+    return options.startScene;
+}
+
 } // namespace
 
-std::optional<double> expectedSeconds(const RecordOptions& options)
+std::optional<double> expectedSeconds(const RecordOptions& recordOptions)
 {
     std::unique_ptr<FMUSIC_MODULE> module;
-    if (loadModule((options.show / "data/olvu.xm").c_str(), module) != SoundError::none) {
+    if (loadModule((recordOptions.show / "data/olvu.xm").c_str(), module) != SoundError::none) {
         return std::nullopt;
     }
     const std::optional<double> end = momentOf(*module, kEndOfShow);
+    const int startScene = startSceneOf(recordOptions);
     double begin = 0.0;
-    for (const std::string& argument : options.programArguments) {
-        const long scene = std::strtol(argument.c_str(), nullptr, 10);
-        if (scene >= kFirstStartScene && scene < kEndOfShow) {
-            begin = momentOf(*module, static_cast<int>(scene) - 1).value_or(begin);
-        }
+    if (startScene > 0 && startScene < kEndOfShow) {
+        begin = momentOf(*module, startScene - 1).value_or(begin);
     }
     return end && *end > begin ? std::optional(*end - begin) : std::nullopt;
 }
