@@ -1,5 +1,6 @@
 #include "tests/show/stage.h"
 
+#include "tests/show/files.h"
 #include "tests/show/pictures.h"
 
 #include <array>
@@ -17,26 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kPatienceSeconds = 300; // ends what hangs, nothing else
-constexpr int kChannels = 16;
-
-std::string contents(const fs::path& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-fs::path newFolder()
-{
-    std::string name = (fs::temp_directory_path() / "kso-stage-XXXXXX").string();
-    return ::mkdtemp(name.data()) ? fs::path(name) : fs::path();
-}
-
-void write(const fs::path& path, const std::vector<std::uint8_t>& bytes)
-{
-    std::ofstream(path).write(reinterpret_cast<const char*>(bytes.data()),
-                              static_cast<std::streamsize>(bytes.size()));
-}
 
 void writePictures(const fs::path& folder, const Performance& performance)
 {
@@ -105,24 +86,6 @@ void splitLog(const std::string& log, Outcome& outcome)
 
 } // namespace
 
-XmModule scriptedModule(int orders, const std::vector<Cue>& cues)
-{
-    XmModule module;
-    module.title = "script";
-    module.channels = kChannels;
-    for (int order = 0; order < orders; ++order) {
-        module.orders.push_back(static_cast<std::uint8_t>(order));
-        module.patterns.emplace_back(kRowsPerOrder, module.channels);
-    }
-    for (const Cue& cue : cues) {
-        XmCell& cell =
-            module.patterns.at(static_cast<std::size_t>(cue.order)).at(cue.row, cue.channel);
-        cell.effect = kXmEffectZxx;
-        cell.parameter = static_cast<std::uint8_t>(cue.value);
-    }
-    return module;
-}
-
 int frameThatHears(int order, int row, int framesPerSecond)
 {
     const int sample = (order * kRowsPerOrder + row) * kSamplesPerRow;
@@ -131,7 +94,7 @@ int frameThatHears(int order, int row, int framesPerSecond)
 
 Outcome perform(const Performance& performance)
 {
-    const fs::path folder = newFolder();
+    const fs::path folder = newFolder("stage");
     fs::create_directory(folder / "data");
     if (!performance.moduleBytes.empty()) {
         std::ofstream(folder / "data/olvu.xm") << performance.moduleBytes;
