@@ -244,6 +244,7 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
         {"", "--hashes /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
         {"", "--stills data/by.tga --at 0", 1, "kso: cannot make data/by.tga: "},
         {"", "-o nowhere/film.mp4", 1, "\nkso: ffmpeg cannot make nowhere/film.mp4: "},
+        {"ulimit -f 1;", "-o film.mp4", 1, "\nkso: ffmpeg cannot make film.mp4: "},
         {"PATH=/nowhere", "", 1, "kso: ffmpeg does not start: No such file or directory; "},
     };
     // clang-format on
@@ -254,6 +255,8 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
         EXPECT_EQ(result.status, row.status) << row.options;
         EXPECT_EQ(result.output, row.output) << row.options;
         EXPECT_THAT(result.errors, HasSubstr(row.errors));
+        EXPECT_FALSE(fs::exists(studio.folder() / "film.mp4"));
+        EXPECT_FALSE(fs::exists(studio.folder() / "film.part.mp4"));
     }
 }
 

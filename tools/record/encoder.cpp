@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -41,8 +42,9 @@ std::filesystem::path partOf(const std::filesystem::path& film)
 Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
                       const std::filesystem::path& file)
 {
-    std::vector<std::string> words = {"ffmpeg",       "-y",        "-nostdin",
-                                      "-hide_banner", "-loglevel", "error"};
+    // With -xerror, a film that cannot be closed ends it with a status too.
+    std::vector<std::string> words = {"ffmpeg",    "-y",    "-nostdin", "-hide_banner",
+                                      "-loglevel", "error", "-xerror"};
     const auto add = [&](const std::vector<std::string>& more) {
         words.insert(words.end(), more.begin(), more.end());
     };
@@ -217,10 +219,13 @@ void Encoder::readMessages()
 void Encoder::complete()
 {
     const int status = ffmpeg_.wait();
-    if (status != 0 || !said_.empty()) {
-        const std::string firstLine = said_.substr(0, said_.find('\n'));
+    const std::string firstLine = said_.substr(0, said_.find('\n'));
+    if (status != 0) {
         throw RecordError("ffmpeg cannot make " + film_.string() + ": " +
                           (said_.empty() ? "status " + std::to_string(status) : firstLine));
+    }
+    if (!said_.empty()) {
+        std::fprintf(stderr, "kso: ffmpeg says: %s\n", firstLine.c_str());
     }
     std::error_code error;
     std::filesystem::rename(part_, film_, error);

@@ -86,9 +86,12 @@ bool Recording::run(const FileDescriptor& signals)
         }
         finish(signals);
     } catch (const RecordError&) {
-        // What there is of the film shall be whole.
+        // What there is of the film shall be whole, unless it is ffmpeg that has failed.
         show_.stop();
         hashes_.reset();
+        if (encoder_ && encoder_->isDone()) {
+            encoder_.reset();
+        }
         try {
             finish(signals);
         } catch (const RecordError&) { // NOLINT(bugprone-empty-catch): the first reason counts
