@@ -145,16 +145,17 @@ TEST(Recorded, ShowsEveryEventOnItsFrame)
         }
         EXPECT_EQ(drawn, perFrame(".##hh.", rate));
     }
+    // The last frame shows nothing, the one after it would.
+    EXPECT_EQ(plainStudio.list("--fps 60 --to 0.6").size(), 36);
 }
 
 TEST(Recorded, EndsAtAKeyOrAClosedWindowAfterAWholeFrame)
 {
     const Studio studio(scenes("2 - - - - - - 8"));
-    // 2 a key goes down, 3 one comes up, 12 the window closes.
+    // 2 a key goes down, 12 the window closes.
     const std::pair<const char*, std::size_t> rows[] = {
         {"2",  12},
         {"12", 12},
-        {"3",  21},
     };
     for (const auto& [event, frames] : rows) {
         ::setenv("CAPTURE_CLOSE", event, 1);
@@ -197,6 +198,12 @@ TEST(Recorded, IsTheSameEachTimeAtAnyRateAndFromAnywhere)
     for (std::size_t i = 0; i < frameOf(4, {60, 1}); ++i) {
         EXPECT_EQ(thrice.at(3 * i).picture, all.at(i).picture) << i;
     }
+    // The show's own music, with all that a player rounds.
+    EXPECT_EQ(studio
+                  .run("$RECORD --fps 24 --to 2 -o 24.wav -- 5 && "
+                       "$RECORD --fps 60 --to 2 -o 60.wav -- 5 && cmp 24.wav 60.wav")
+                  .status,
+              0);
 }
 
 TEST(Recorded, DrawsTheSamePictureInEverySize)
@@ -244,7 +251,7 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
         {"", "--hashes /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
         {"", "--stills data/by.tga --at 0", 1, "kso: cannot make data/by.tga: "},
         {"", "-o nowhere/film.mp4", 1, "\nkso: ffmpeg cannot make nowhere/film.mp4: "},
-        {"ulimit -f 1;", "-o film.mp4", 1, "\nkso: ffmpeg cannot make film.mp4: "},
+        {"trap '' XFSZ; ulimit -f 1;", "-o film.mp4", 1, "film.part.mp4: File too large\n"},
         {"PATH=/nowhere", "", 1, "kso: ffmpeg does not start: No such file or directory; "},
     };
     // clang-format on

@@ -122,6 +122,9 @@ void send(PacketKind kind, std::uint64_t position, const void* bytes, std::size_
 void sendPicture(std::uint64_t ofFrame)
 {
     static std::vector<std::uint8_t> pixels;
+    if (ofFrame >= wishes().to) {
+        return; // the show may need one more pass to hear that it is over
+    }
     if (wishes().wantsPicture(ofFrame)) {
         readPicture(pixels);
         send(PacketKind::picture, ofFrame, pixels.data(), pixels.size());

@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::size_t kBytesPerPixel = 3;
 constexpr int kMostDevices = 32;
+constexpr int kMostConfigs = 256;
+constexpr std::array kColourSizes = {EGL_RED_SIZE, EGL_GREEN_SIZE, EGL_BLUE_SIZE};
+constexpr EGLint kBitsOfAColour = 8;
 
 PictureSize window;
 PictureSize buffer;
@@ -69,32 +72,34 @@ std::vector<EGLDisplay> displays()
 
 bool openOn(EGLDisplay display)
 {
-    constexpr std::array kConfigWishes = {EGL_SURFACE_TYPE,
-                                          EGL_PBUFFER_BIT,
-                                          EGL_RENDERABLE_TYPE,
-                                          EGL_OPENGL_BIT,
-                                          EGL_RED_SIZE,
-                                          8,
-                                          EGL_GREEN_SIZE,
-                                          8,
-                                          EGL_BLUE_SIZE,
-                                          8,
-                                          EGL_DEPTH_SIZE,
-                                          24,
-                                          EGL_SAMPLE_BUFFERS,
-                                          0,
-                                          EGL_NONE};
+    // clang-format off
+    constexpr std::array kConfigWishes = {
+        EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+        EGL_DEPTH_SIZE, 24, EGL_SAMPLE_BUFFERS, 0, EGL_NONE};
+    // clang-format on
     const std::array<EGLint, 5> size = {EGL_WIDTH, buffer.width, EGL_HEIGHT, buffer.height,
                                         EGL_NONE};
-    EGLConfig config = nullptr;
+    std::array<EGLConfig, kMostConfigs> configs{};
     EGLint count = 0;
     if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
-        eglChooseConfig(display, kConfigWishes.data(), &config, 1, &count) == EGL_FALSE ||
-        count == 0) {
+        eglChooseConfig(display, kConfigWishes.data(), configs.data(), kMostConfigs, &count) ==
+            EGL_FALSE) {
         return false;
     }
-    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
-    EGLSurface surface = eglCreatePbufferSurface(display, config, size.data());
+    // The deepest colours would come first; a window has eight bits of each.
+    const auto found = std::span(configs).first(static_cast<std::size_t>(count));
+    const auto config = std::ranges::find_if(found, [&](EGLConfig each) {
+        return std::ranges::all_of(kColourSizes, [&](EGLint colour) {
+            EGLint bits = 0;
+            eglGetConfigAttrib(display, each, colour, &bits);
+            return bits == kBitsOfAColour;
+        });
+    });
+    if (config == found.end()) {
+        return false;
+    }
+    EGLContext context = eglCreateContext(display, *config, EGL_NO_CONTEXT, nullptr);
+    EGLSurface surface = eglCreatePbufferSurface(display, *config, size.data());
     return context != EGL_NO_CONTEXT && surface != EGL_NO_SURFACE &&
            eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
 }

@@ -1,8 +1,8 @@
 // What the capture library sends to the recorder through a pipe, in the machine's own byte order: a
 // header, then `bytes` bytes.
 //
-// A frame's picture comes first, then the sound from its moment to the next frame's. Sound may run
-// one sample ahead, and the last frame's may be missing when the program ends by itself.
+// Sound runs one sample ahead of the pictures, since a frame has heard its own moment; the last
+// frame's may be missing when the program ends by itself.
 #pragma once
 
 #include <cstdint>

@@ -5,8 +5,6 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -33,10 +31,24 @@ std::string fileName(const std::filesystem::path& film)
     return "file:" + film.string();
 }
 
-std::filesystem::path partOf(const std::filesystem::path& film)
+// Where ffmpeg writes; `film` itself where there would be nothing to rename.
+std::filesystem::path partOf(const std::filesystem::path& film, const FilmFormat& format)
 {
+    std::error_code ignored;
+    const bool isThere = std::filesystem::exists(film, ignored);
+    if (format.isManyFiles || (isThere && !std::filesystem::is_regular_file(film, ignored))) {
+        return film;
+    }
     std::filesystem::path part = film;
     return part.replace_extension(".part" + film.extension().string());
+}
+
+// A link stays what it is, and what it leads to becomes the film.
+std::filesystem::path withoutLinks(const std::filesystem::path& film)
+{
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(film, error);
+    return error ? film : real;
 }
 
 Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
@@ -76,6 +88,7 @@ void PipeQueue::close()
 {
     pipe_.close();
     chunks_.clear();
+    written_ = 0;
     waiting_ = 0;
 }
 
@@ -113,11 +126,12 @@ bool PipeQueue::isUnread() const
 }
 
 Encoder::Encoder(const RecordOptions& options)
-    : film_(options.film.string()), pictureBytes_(static_cast<std::size_t>(options.size.width) *
-                                                  static_cast<std::size_t>(options.size.height) * 3)
+    : film_(withoutLinks(options.film)),
+      pictureBytes_(static_cast<std::size_t>(options.size.width) *
+                    static_cast<std::size_t>(options.size.height) * 3)
 {
     const FilmFormat format = filmFormat(options.film, options.crf);
-    part_ = format.isSequence ? film_ : partOf(film_);
+    part_ = partOf(film_, format);
     Command command = ffmpegCommand(options, format, part_);
     Pipe pictures = makePipe();
     Pipe sound = makePipe();
@@ -145,7 +159,7 @@ Encoder::Encoder(const RecordOptions& options)
 Encoder::~Encoder()
 {
     // First of all, so that the end of its input does not make it write something.
-    ffmpeg_.signal(SIGKILL);
+    ffmpeg_.kill();
     std::error_code ignored;
     if (part_ != film_) {
         std::filesystem::remove(part_, ignored);
@@ -216,20 +230,18 @@ void Encoder::readMessages()
     }
 }
 
-void Encoder::complete()
+std::string Encoder::complete()
 {
     const int status = ffmpeg_.wait();
-    const std::string firstLine = said_.substr(0, said_.find('\n'));
+    std::string firstLine = said_.substr(0, said_.find('\n'));
     if (status != 0) {
         throw RecordError("ffmpeg cannot make " + film_.string() + ": " +
                           (said_.empty() ? "status " + std::to_string(status) : firstLine));
-    }
-    if (!said_.empty()) {
-        std::fprintf(stderr, "kso: ffmpeg says: %s\n", firstLine.c_str());
     }
     std::error_code error;
     std::filesystem::rename(part_, film_, error);
     if (error && part_ != film_) {
         throw RecordError("cannot write " + film_.string() + ": " + error.message());
     }
+    return firstLine;
 }

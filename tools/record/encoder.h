@@ -2,6 +2,7 @@
 //
 // It writes beside the film, into NAME.part.EXTENSION, which takes the film's name when it is
 // whole: what stood there before stays until then. A film that does not become whole is taken away.
+// Rows of pictures, and what is no plain file, are written where they are.
 #pragma once
 
 #include "tools/record/frames.h"
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <poll.h>
 #include <string>
 #include <vector>
@@ -62,13 +64,14 @@ public:
     void serve();
 
     // Once it is done: gives the film its name, or throws RecordError with what ffmpeg said.
-    void complete();
+    // Returns what it said all the same; mostly nothing.
+    std::string complete();
 
 private:
     void readMessages();
 
     std::filesystem::path film_;
-    std::filesystem::path part_; // what ffmpeg writes; the film itself for a row of pictures
+    std::filesystem::path part_; // what ffmpeg writes; the film itself if that is no single file
     std::size_t pictureBytes_;
     Process ffmpeg_;
     FileDescriptor messages_; // what ffmpeg says

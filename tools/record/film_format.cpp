@@ -35,7 +35,8 @@ struct Kind {
     bool pictures = false;
     bool sound = false;
     bool hasCrf = false;
-    bool isSequence = false; // a file for each picture
+    bool isManyFiles = false;
+    bool isOnePicture = false;
     const char* streams = "";
     const char* file = "";
 };
@@ -47,10 +48,11 @@ constexpr std::array kKinds = {
          .streams = kH264, .file = kMp4},
     Kind{.extensions = ".mkv ", .pictures = true, .sound = true, .hasCrf = true, .streams = kH264},
     Kind{.extensions = ".webm ", .pictures = true, .sound = true, .hasCrf = true, .streams = kVp9},
+    Kind{.extensions = ".m3u8 .mpd ", .pictures = true, .sound = true, .hasCrf = true,
+         .isManyFiles = true, .streams = kH264},
     Kind{.extensions = ".gif ", .pictures = true, .streams = kGif},
     Kind{.extensions = ".apng .webp ", .pictures = true},
-    Kind{.extensions = ".png .jpg .jpeg .bmp .tga .tif .tiff .ppm ", .pictures = true,
-         .isSequence = true},
+    Kind{.extensions = ".png .jpg .jpeg .bmp .tga .tif .tiff .ppm ", .isOnePicture = true},
     Kind{.extensions = ".wav .flac .mp3 .ogg .opus .m4a .aac .aiff ", .sound = true},
 };
 // clang-format on
@@ -83,15 +85,18 @@ FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
     if (crf && (kind == nullptr || !kind->hasCrf)) {
         throw UsageError("--crf is for .mp4, .mov, .mkv and .webm");
     }
+    // ffmpeg puts each picture's number there.
+    if (film.filename().string().find('%') != std::string::npos) {
+        return {.pictures = true, .sound = false, .isManyFiles = true, .arguments = {}};
+    }
     if (kind == nullptr) {
         return {};
     }
-    if (kind->isSequence && film.filename().string().find('%') == std::string::npos) {
-        throw UsageError("-o " + film.string() +
-                         " is one picture: name a row of them, like frames-%05d" +
-                         film.extension().string() + ", or use --stills");
+    if (kind->isOnePicture) {
+        throw UsageError("-o " + film.string() + " is one picture: name a row of them, like " +
+                         "frames-%05d" + film.extension().string() + ", or use --stills");
     }
-    FilmFormat format{kind->pictures, kind->sound, kind->isSequence, {}};
+    FilmFormat format{kind->pictures, kind->sound, kind->isManyFiles, {}};
     append(format.arguments, kind->streams);
     append(format.arguments, kind->file);
     if (kind->hasCrf) {

@@ -9,7 +9,7 @@
 struct FilmFormat {
     bool pictures = true;
     bool sound = true;
-    bool isSequence = false; // a file for each picture; the name has ffmpeg's place for the number
+    bool isManyFiles = false;           // a row of pictures, or pieces of a film
     std::vector<std::string> arguments; // of ffmpeg, for the file
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -36,13 +37,14 @@ public:
     Attributes()
     {
         sigset_t none;
-        sigset_t all;
+        sigset_t ignored;
         ::sigemptyset(&none);
-        ::sigfillset(&all);
+        ::sigemptyset(&ignored);
+        ::sigaddset(&ignored, SIGPIPE);
         ::posix_spawnattr_init(&attributes_);
         ::posix_spawnattr_setpgroup(&attributes_, 0);
         ::posix_spawnattr_setsigmask(&attributes_, &none);
-        ::posix_spawnattr_setsigdefault(&attributes_, &all);
+        ::posix_spawnattr_setsigdefault(&attributes_, &ignored);
         ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK |
                                                      POSIX_SPAWN_SETSIGDEF);
     }
@@ -129,6 +131,11 @@ Process::Process(const Command& command)
 
 Process::~Process()
 {
+    kill();
+}
+
+void Process::kill()
+{
     if (id_ != 0) {
         signal(SIGKILL);
         wait();
@@ -144,6 +151,7 @@ void Process::signal(int number) const
 
 int Process::wait()
 {
+    assert(id_ != 0);
     int status = 0;
     while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {
     }

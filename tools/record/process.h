@@ -66,7 +66,10 @@ public:
 
     void signal(int number) const;
 
-    // Waits for its end: its exit status, or 128 and the number of the signal that ended it.
+    // Ends it, if it still runs, and waits for that.
+    void kill();
+
+    // Waits for its end, once: its exit status, or 128 and the number of the signal that ended it.
     int wait();
 
 private:

@@ -201,7 +201,10 @@ void Recording::finish(const FileDescriptor& signals)
         while (!encoder_->isDone()) {
             serve(signals);
         }
-        encoder_->complete();
+        if (const std::string remark = encoder_->complete(); !remark.empty()) {
+            progress_.clear();
+            std::fprintf(stderr, "kso: ffmpeg says: %s\n", remark.c_str());
+        }
     }
 }
 
@@ -209,9 +212,9 @@ void Recording::report()
 {
     const std::string took = clockText(progress_.elapsedSeconds(), 1);
     if (options_.onlyStills()) {
-        std::fprintf(stderr, "kso: %zu stills in %s, made in %s\n",
-                     options_.stills.size() - stills_.size(), options_.stillsFolder.c_str(),
-                     took.c_str());
+        const std::size_t made = options_.stills.size() - stills_.size();
+        std::fprintf(stderr, "kso: %zu still%s in %s, made in %s\n", made, made == 1 ? "" : "s",
+                     options_.stillsFolder.c_str(), took.c_str());
         return;
     }
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
