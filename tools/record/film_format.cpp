@@ -29,7 +29,8 @@ constexpr const char* kMp4 = "-movflags +faststart -movie_timescale 44100";
 constexpr const char* kGif = "-vf fps=fps='min(source_fps,50)',split[a][b];"
                              "[a]palettegen=stats_mode=single[p];[b][p]paletteuse=new=1";
 
-// What a file holds, and what ffmpeg is told: about the streams, then about the file.
+// What a file holds, and what ffmpeg is told: about the streams, then about the file. One picture
+// is no film, and refused.
 struct Kind {
     std::string_view extensions; // each with a blank behind it
     bool pictures = false;

@@ -29,6 +29,8 @@ const char* const kRecordHelp =
                     without -o, no film is made
   --show FOLDER     play what is in FOLDER/data instead of this folder's
   --help            this text
+
+The show's arguments are those of ./play; -nosound is left out, since the sound keeps the show's time.
 )";
 
 namespace {
@@ -36,8 +38,8 @@ namespace {
 using Text = std::string_view;
 
 constexpr std::uint64_t kMostFramesPerSecond = 1000;
-constexpr std::uint64_t kMostOfARate =
-    1'000'000; // above and below its stroke; 64 bits hold the rest
+// Above and below a rate's stroke: a day's moments then fit into 64 bits.
+constexpr std::uint64_t kMostOfARate = 1'000'000;
 constexpr std::array<std::uint64_t, 6> kTelevisionRates = {24, 30, 48, 60, 120, 240};
 constexpr std::uint64_t kRateRounding = 5000; // millionths
 constexpr std::uint64_t kMostSeconds = 24ULL * 60 * 60;
