@@ -41,14 +41,28 @@ void OutputFolder::write(const GreyPicture& picture, const std::string& name) co
     report(picture, name);
 }
 
+void OutputFolder::keepStage(const Picture& picture, const std::string& name) const
+{
+    if (!stages_.empty()) {
+        writeTga(picture, 24, stages_ + "/" + name);
+    }
+}
+
+void OutputFolder::keepStage(const GreyPicture& picture, const std::string& name) const
+{
+    if (!stages_.empty()) {
+        writeTga(picture, stages_ + "/" + name);
+    }
+}
+
 int runPictureProgram(int argc, char** argv, void (*makePictures)(const OutputFolder&))
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s OUTPUT_FOLDER\n", argv[0]);
+    if (argc != 2 && argc != 3) {
+        std::fprintf(stderr, "usage: %s OUTPUT_FOLDER [STAGES_FOLDER]\n", argv[0]);
         return 2;
     }
     try {
-        makePictures(OutputFolder(argv[1]));
+        makePictures(OutputFolder(argv[1], argc == 3 ? argv[2] : ""));
     } catch (const std::exception& fault) {
         std::fprintf(stderr, "%s: %s\n", argv[0], fault.what());
         return 1;
