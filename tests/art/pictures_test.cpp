@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <string>
@@ -83,6 +84,15 @@ TEST(Pictures, KeepToTheirScenesBudgets)
         EXPECT_TRUE(border < kRowsMeet || meet(light.data(), height, width, width, 1));
         EXPECT_TRUE(border < kAllMeet || meet(light.data(), width, 1, height, width));
     }
+}
+
+TEST(Data, IsSmallEnoughToCarryAlong)
+{
+    std::uintmax_t bytes = 0;
+    for (const auto& file : std::filesystem::directory_iterator("data")) {
+        bytes += file.file_size();
+    }
+    EXPECT_LT(bytes, std::uintmax_t{6} << 20U);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // The show's script, as it stands in the module that is played.
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -15,6 +14,7 @@ using openmpt::module;
 
 constexpr const char* kFile = "data/olvu.xm";
 constexpr int kEndOrder = 30;
+constexpr int kBlack = 7; // comes with a silence
 constexpr int kEndEvent = 8;
 constexpr int kFirstEvent = 64; // what moves a scene; below it are the choices of one, and the end
 constexpr double kRowSeconds = 0.12;
@@ -84,6 +84,11 @@ const Section& sectionOf(const Row& row)
     return *std::find_if(kSections.rbegin(), kSections.rend(), begun);
 }
 
+const Section& sectionOfScene(int scene)
+{
+    return *std::ranges::find(kSections, scene, &Section::scene);
+}
+
 // The loudest sample of `seconds` from here on.
 float loudest(module& song, double seconds)
 {
@@ -96,20 +101,25 @@ float loudest(module& song, double seconds)
 
 } // namespace
 
-TEST(Script, HasItsOrdersInASmallFile)
+TEST(Script, HasItsOrders)
 {
     EXPECT_EQ(loadShow().get_num_orders(), kEndOrder + 1);
-    EXPECT_LT(std::filesystem::file_size(kFile), 2U * 1024 * 1024);
 }
 
-// Playback may begin at any section's first row; a scene is chosen there and nowhere else.
+// Playback may begin at any section's first row, which chooses its scene. A section may cut away
+// from it for a moment, but comes back by itself.
 TEST(Script, SelectsEachSceneWhereItsSectionBegins)
 {
+    constexpr int kLongestCut = 8; // rows
+    int cutRows = 0;
+    int scene = 0;
     for (const Row& row : readScript(loadShow())) {
         SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
         const Section& section = sectionOf(row);
+        scene = row.event >= 0 && row.event < kEndEvent ? row.event : scene;
+        cutRows = scene == section.scene ? 0 : cutRows + 1;
+        EXPECT_LE(cutRows, kLongestCut);
         if (row.row != 0 || row.order != section.firstOrder) {
-            EXPECT_TRUE(row.event == -1 || row.event >= kEndEvent) << row.event;
             continue;
         }
         EXPECT_EQ(row.event, section.scene);
@@ -122,15 +132,17 @@ TEST(Script, SelectsEachSceneWhereItsSectionBegins)
 
 TEST(Script, MovesThePictureOnlyWithAHitAndOnlyFromItsLastChannel)
 {
+    int scene = 0;
     for (const Row& row : readScript(loadShow())) {
         SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
         EXPECT_EQ(row.effects.find('Z'), std::string::npos);
         EXPECT_TRUE(row.sync == "... .. .. ..." || row.event >= 0) << row.sync;
         EXPECT_EQ(row.sync.substr(0, 10), "... .. .. ");
-        EXPECT_TRUE(row.heard || row.event == -1 || row.order == kEndOrder);
+        EXPECT_TRUE(row.heard || row.event == -1 || row.event == kBlack || row.order == kEndOrder);
+        scene = row.event >= 0 && row.event < kEndEvent ? row.event : scene;
         if (row.event >= kFirstEvent) {
-            EXPECT_GE(row.event, sectionOf(row).firstEvent);
-            EXPECT_LE(row.event, sectionOf(row).lastEvent);
+            EXPECT_GE(row.event, sectionOfScene(scene).firstEvent);
+            EXPECT_LE(row.event, sectionOfScene(scene).lastEvent);
         }
     }
 }
