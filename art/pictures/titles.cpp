@@ -1,6 +1,8 @@
-// The titles of the column's scene: ivory letters with a line engraved along the inside of their
-// edges, on a narrow dark ground of their own, since they lie on the landscape, the column and each
-// other. Pure black is what the scene takes out.
+// The titles of the column's scene: ivory letters on a narrow night-blue edge of their own, since
+// they lie on the landscape and the column. Pure black is what the scene takes out.
+//
+// BY over VELMORANT and THE over END are one stack, twice: a light line over a bold one, both from
+// the same left edge on screen, with the same sizes and the same air between them.
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
@@ -16,33 +18,41 @@ struct Title {
     const char* word;
     int width;
     int height;
-    double left; // of the letters; together they keep to one left edge and share base lines
+    double left; // of the first letter's ink
     double baseline;
     double capHeight;
     Weight weight;
     double ground;    // how far the dark ground reaches beyond the letters
-    double engraving; // how far inside the edge the line lies; 0 is none
+    double engraving; // how far inside the edge a line is engraved; 0 is none
 };
 
+// The scene puts the pictures at (0, 176), (0, 208), (0, 0), (60, 70) and (80, 80); the stacks'
+// left edge is at 84. KSO stands in the middle of its picture: the closing scene burns it into the
+// middle of the screen.
 constexpr std::array kTitles = {
-    Title{"the.tga",       "THE",       128, 32,  34,  28,  24,  Weight::kBook,    2,   0  },
-    Title{"end.tga",       "END",       256, 64,  34,  58,  54,  Weight::kBold,    2.5, 3.6},
-    Title{"kso.tga",       "KSO",       256, 128, 31,  123, 112, Weight::kBold,    2.5, 6.5},
-    Title{"by.tga",        "BY",        64,  32,  22,  26,  20,  Weight::kRegular, 4,   0  },
-    Title{"velmorant.tga", "VELMORANT", 512, 64,  164, 43,  38,  Weight::kBold,    3,   0  },
+    Title{"the.tga",       "THE",       128, 32,  84, 29,  15,  Weight::kRegular, 1.4, 0  },
+    Title{"end.tga",       "END",       256, 64,  84, 47,  42,  Weight::kBold,    1.4, 0  },
+    Title{"kso.tga",       "KSO",       256, 128, 36, 117, 106, Weight::kBold,    1.4, 6.5},
+    Title{"by.tga",        "BY",        64,  32,  24, 18,  15,  Weight::kRegular, 1.4, 0  },
+    Title{"velmorant.tga", "VELMORANT", 512, 64,  4,  58,  42,  Weight::kBold,    1.4, 0  },
 };
 
-const glm::vec3 kIvory = colour(0xfbf6e8);
-const glm::vec3 kIvoryBelow = colour(0xdfe1d6);
+const glm::vec3 kIvory = colour(0xfdf8ea);
+const glm::vec3 kIvoryBelow = colour(0xe6e5d8);
 const glm::vec3 kEngraved = colour(0x7f97a0);
-const glm::vec3 kGround = colour(0x04070c); // never pure black
+const glm::vec3 kGround = colour(0x0a1219); // the landscape's night; never pure black
 constexpr double kLineWidth = 1.3;
 
 // The letters' inside, or everything closer to their edge than a distance, on both sides.
 GreyPicture letters(const Title& title, double distanceFromEdge)
 {
     VectorLayer layer(title.width, title.height);
-    layer.addType(title.word, title.left, title.baseline, title.capHeight, title.weight);
+    // Letters stand off the left end of their line by their own room; the ink is what aligns.
+    double inkLeft = 0.0;
+    layer.addType(title.word, 0.0, title.baseline, title.capHeight, title.weight);
+    cairo_path_extents(layer.pen(), &inkLeft, nullptr, nullptr, nullptr);
+    cairo_new_path(layer.pen());
+    layer.addType(title.word, title.left - inkLeft, title.baseline, title.capHeight, title.weight);
     if (distanceFromEdge > 0.0) {
         cairo_set_line_width(layer.pen(), 2.0 * distanceFromEdge);
         cairo_set_line_join(layer.pen(), CAIRO_LINE_JOIN_ROUND);
