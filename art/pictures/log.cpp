@@ -11,6 +11,7 @@
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 #include <limits>
+#include <span>
 #include <vector>
 
 namespace {
@@ -21,23 +22,27 @@ constexpr int kSize = 512;
 constexpr glm::vec2 kScreen(640.0F, 272.0F);
 constexpr glm::vec2 kPixelsPerTexel = kScreen / static_cast<float>(kSize);
 
-// Where rings begin. A narrow heart's rings are close together and it gives way to a wide one.
+// Where rings begin.
 struct Heart {
     glm::vec2 place;
-    float ringWidth;
-    float head; // how far its first ring is ahead of the others', in pixels
+    float ringWidth; // as a share of the log's
+    float radius;    // of a knot, pixels; 0 for a stem
 };
 constexpr std::array kHearts = {
-    Heart{{196, 118}, 1.0F,  0 }, // the log
-    Heart{{492, 196}, 0.82F, 6 }, // a second stem
-    Heart{{356, 62},  0.5F,  26}, // knots
-    Heart{{300, 232}, 0.42F, 34},
-    Heart{{62, 236},  0.46F, 30},
+    Heart{{188, 112}, 1.0F,  0 }, // the log
+    Heart{{486, 212}, 0.9F,  0 }, // a second stem
+    Heart{{392, 74},  0.72F, 64}, // knots
+    Heart{{312, 226}, 0.66F, 46},
+    Heart{{58, 232},  0.68F, 54},
 };
 constexpr std::size_t kFirstKnot = 2;
-constexpr float kMerging = 9.0F;     // how softly rings of two hearts join
-constexpr float kRingSpacing = 8.5F; // pixels
+constexpr float kMerging = 11.0F; // how softly rings of two hearts join
 
+// Good and bad years come in groups. Nothing is narrower than the warp can shrink: three texels.
+constexpr std::array kBroadYears{15.0F, 24.0F}; // pixels
+constexpr std::array kNarrowYears{9.5F, 12.0F};
+
+// Along a ray from a heart, in pixels from it.
 struct Crack {
     std::size_t heart;
     float angle;
@@ -46,16 +51,18 @@ struct Crack {
     float width;
 };
 
-constexpr int kRays = 164; // around a heart
+constexpr int kRays = 90; // around a heart
+constexpr int kFibres = 26;
 
 constexpr float kPeak = 0.62F;
 
-const std::array kWood = {colour(0x0e1116), colour(0x1f2226), colour(0x4a3a2c), colour(0x82603c),
-                          colour(0xa98256)};
-const glm::vec3 kSlateLight = colour(0x354453);
-const glm::vec3 kKnotTint(1.05F, 0.84F, 0.7F);
-const glm::vec3 kDeep = colour(0x03050a);
-const std::array kResin = {colour(0x2a0d02), colour(0x8a3c08), colour(0xe29a2e)};
+const std::array kWood = {glm::vec3(0.075F, 0.056F, 0.066F), glm::vec3(0.13F, 0.074F, 0.05F),
+                          glm::vec3(0.235F, 0.135F, 0.062F), glm::vec3(0.41F, 0.275F, 0.135F)};
+const glm::vec3 kSlate(0.075F, 0.115F, 0.175F);
+const glm::vec3 kKnotTint(0.95F, 0.72F, 0.62F);
+const std::array kEmber = {glm::vec3(0.075F, 0.05F, 0.06F), glm::vec3(0.21F, 0.06F, 0.025F),
+                           glm::vec3(0.42F, 0.15F, 0.025F), glm::vec3(0.60F, 0.38F, 0.11F)};
+const glm::vec3 kEmberLight(0.42F, 0.16F, 0.03F);
 
 glm::vec2 noisePlace(glm::vec2 place, glm::ivec2 period)
 {
@@ -71,7 +78,7 @@ glm::vec2 bent(glm::vec2 place)
                              fractalNoise(noisePlace(place, slow), slow, 3, 21));
     const glm::vec2 tremble(fractalNoise(noisePlace(place, fine), fine, 2, 31),
                             fractalNoise(noisePlace(place, fine), fine, 2, 41));
-    return place + 46.0F * swelling + 3.2F * tremble;
+    return place + 46.0F * swelling + 2.6F * tremble;
 }
 
 // The growth at a place, in pixels of wood since the nearest heart, as a smooth minimum over all
@@ -83,19 +90,20 @@ struct Growth {
     float knot; // 1 in a knot, 0 in the stems
 };
 
-Growth growthAt(glm::vec2 place)
+// `heads` are the ages with which the hearts begin.
+Growth growthAt(glm::vec2 place, std::span<const float> heads)
 {
     Growth growth{};
     float sum = 0.0F;
     float knots = 0.0F;
     float nearest = std::numeric_limits<float>::max();
-    for (std::size_t i = 0; i < kHearts.size(); ++i) {
+    for (std::size_t i = 0; i < heads.size(); ++i) {
         const Heart& heart = kHearts[i];
         const glm::vec2 inner = shortestWay(place - heart.place, kScreen);
         for (int copy = 0; copy < 9; ++copy) {
             const glm::vec2 lattice(copy % 3 - 1, copy / 3 - 1);
             const glm::vec2 way = inner + lattice * kScreen;
-            const float age = glm::length(way) / heart.ringWidth + heart.head;
+            const float age = glm::length(way) / heart.ringWidth + heads[i];
             const float weight = exponential(-age / kMerging);
             sum += weight;
             knots += i >= kFirstKnot ? weight : 0.0F;
@@ -111,20 +119,67 @@ Growth growthAt(glm::vec2 place)
     return growth;
 }
 
+// A knot begins so late that it reaches its radius before the stems' wood closes around it.
+std::array<float, kHearts.size()> agesOfHearts()
+{
+    std::array<float, kHearts.size()> heads{};
+    for (std::size_t i = kFirstKnot; i < kHearts.size(); ++i) {
+        const Heart& knot = kHearts[i];
+        heads[i] = growthAt(knot.place, std::span(heads).first(kFirstKnot)).age -
+                   knot.radius / knot.ringWidth;
+    }
+    return heads;
+}
+
+// The years, one after the other.
+struct Year {
+    float start; // age
+    float width;
+    float tone; // how pale its wood is
+};
+
+std::vector<Year> growYears()
+{
+    Random random(23);
+    std::vector<Year> years;
+    float age = -120.0F;
+    for (int group = 0; age < 420.0F; ++group) {
+        const bool broad = group % 2 == 0;
+        const auto& widths = broad ? kBroadYears : kNarrowYears;
+        const int count = static_cast<int>(broad ? random.between(2, 5) : random.between(4, 7));
+        const float paleness = broad ? random.between(0.1F, 0.3F) : random.between(-0.25F, 0.0F);
+        for (int i = 0; i < count; ++i) {
+            const float width = random.between(widths[0], widths[1]);
+            years.push_back({age, width, paleness + random.between(-0.1F, 0.1F)});
+            age += width;
+        }
+    }
+    return years;
+}
+
+const Year& yearAt(const std::vector<Year>& years, float age)
+{
+    const auto next = std::upper_bound(years.begin() + 1, years.end() - 1, age,
+                                       [](float a, const Year& year) { return a < year.start; });
+    return *(next - 1);
+}
+
 std::vector<Crack> makeCracks()
 {
     Random random(7);
     std::vector<Crack> cracks;
     for (std::size_t heart = 0; heart < kHearts.size(); ++heart) {
-        const int count = heart < kFirstKnot ? 9 : 4;
-        const float reach = heart < kFirstKnot ? 128.0F : 22.0F;
+        const bool knot = heart >= kFirstKnot;
+        const int count = knot ? 4 : 7;
+        const float reach = knot ? 0.9F * kHearts[heart].radius : 130.0F;
         for (int i = 0; i < count; ++i) {
             const float turn =
                 (static_cast<float>(i) + random.between(-0.3F, 0.3F)) / static_cast<float>(count);
-            const float from = i % 3 == 0 ? 0.0F : random.between(0.1F, 0.45F) * reach;
+            const bool fromMiddle = knot || i % 2 == 0;
+            const float from = fromMiddle ? -4.0F : random.between(0.25F, 0.5F) * reach;
             cracks.push_back({heart, turn * kFullTurn, from,
-                              from + random.between(0.4F, 1.0F) * reach,
-                              random.between(0.7F, 2.0F) * (i % 3 == 0 ? 1.5F : 1.0F)});
+                              from + random.between(0.35F, 1.0F) * reach,
+                              random.between(1.4F, knot ? 2.6F : 3.2F)});
         }
     }
     return cracks;
@@ -134,8 +189,8 @@ std::vector<Crack> makeCracks()
 float crackDepth(const std::vector<Crack>& cracks, const Growth& growth, glm::vec2 place)
 {
     const float radius = glm::length(growth.fromHeart);
-    const glm::ivec2 period(36, 15);
-    const float wander = fractalNoise(noisePlace(place, period), period, 3, 51);
+    const glm::ivec2 period(26, 11);
+    const float wander = fractalNoise(noisePlace(place, period), period, 2, 51);
     float depth = 0.0F;
     for (const Crack& crack : cracks) {
         const float along = (radius - crack.from) / (crack.to - crack.from);
@@ -147,87 +202,111 @@ float crackDepth(const std::vector<Crack>& cracks, const Growth& growth, glm::ve
             continue;
         }
         const float aside = direction.x * growth.fromHeart.y - direction.y * growth.fromHeart.x;
-        const float width = crack.width * (1.0F - along) * softStep(0.0F, 0.12F, along) + 0.35F;
+        const float width = crack.width * softStep(0.0F, 0.15F, along) * (1.0F - along) + 0.8F;
         const float offset =
-            std::fabs(aside + 9.0F * wander * softStep(0.0F, 30.0F, radius)) / width;
-        depth = std::max(depth, softStep(1.6F, 0.4F, offset) * softStep(1.0F, 0.85F, along));
+            std::fabs(aside + 11.0F * wander * softStep(0.0F, 30.0F, radius)) / width;
+        depth = std::max(depth, softStep(1.5F, 0.2F, offset) * softStep(1.0F, 0.7F, along));
     }
     return depth;
+}
+
+// Where a year's wood has come off the next one's, resin has gathered: lines along the rings.
+float pocketDepth(const Growth& growth, const Year& year, glm::vec2 place)
+{
+    const glm::ivec2 period(9, 4);
+    const float chance = noise(noisePlace(place, period), period, 57);
+    const float late = (growth.age - year.start) / year.width;
+    const float off = std::fabs(late - 0.86F) * year.width / 2.4F;
+    return softStep(0.34F, 0.6F, chance) * softStep(1.0F, 0.2F, off);
 }
 
 // What the light falls on.
 struct Wood {
     GreyPicture height{kSize, kSize};
-    GreyPicture late{kSize, kSize};  // 1 in the dark part of a ring
-    GreyPicture tone{kSize, kSize};  // how light this ring and this place are
+    GreyPicture tone{kSize, kSize};  // how pale
     GreyPicture crack{kSize, kSize}; // depth
+    GreyPicture heat{kSize, kSize};  // of the resin in it
     GreyPicture knot{kSize, kSize};
 };
 
 void cutWood(Wood& wood)
 {
+    const std::vector<Year> years = growYears();
     const std::vector<Crack> cracks = makeCracks();
-    const glm::ivec2 pores(212, 90);
-    const glm::ivec2 blotches(6, 3);
+    const auto heads = agesOfHearts();
+    const glm::ivec2 blotches(5, 2);
+    const glm::ivec2 embers(16, 7);
     for (int y = 0; y < kSize; ++y) {
         for (int x = 0; x < kSize; ++x) {
             const glm::vec2 place = glm::vec2(x, y) * kPixelsPerTexel;
-            const Growth growth = growthAt(bent(place));
+            const Growth growth = growthAt(bent(place), heads);
+            const Year& year = yearAt(years, growth.age);
+            const Year& before = yearAt(years, year.start - 0.1F);
 
-            const float rings = growth.age / kRingSpacing;
-            const int ring = static_cast<int>(std::floor(rings));
-            const float within = rings - static_cast<float>(ring);
-            // Wood grows pale in spring and ends each year in a dark line.
-            const float late = softStep(0.25F, 0.92F, within) * softStep(1.0F, 0.94F, within);
-            const float year = unit(hash(ring, 0, 61));
+            // Wood grows pale in spring and ends each year in a dark line, at whose end the next
+            // spring begins at once.
+            const float within = (growth.age - year.start) / year.width;
+            const float since = growth.age - year.start;
+            const float spring = softStep(-0.2F, 2.6F, since); // pixels
+            const float late = glm::mix(0.75F, softStep(0.3F, 1.0F, within), spring);
+            const float paleness = glm::mix(before.tone, year.tone, spring);
 
-            // Vessels: pores in the spring wood; rays run outward from the heart.
-            const CellDistance pore = cellDistance(noisePlace(place, pores), pores, 0.9F, 71);
-            const float hole = softStep(0.34F, 0.16F, pore.nearest) * softStep(0.6F, 0.2F, within) *
-                               (unit(pore.number) < 0.6F ? 1 : 0);
             const float angle = angleOf(growth.fromHeart.x, growth.fromHeart.y);
             const float ray =
                 noise({angle / kFullTurn * kRays, growth.age * 0.02F}, {kRays, 256}, 81);
+            const float grain =
+                noise({angle / kFullTurn * kFibres, growth.age / 4.5F}, {kFibres, 256}, 83);
+            const float blotch = fractalNoise(noisePlace(place, blotches), blotches, 3, 91);
+            const float glow = 0.5F + fractalNoise(noisePlace(place, embers), embers, 2, 95);
 
-            const float crack = crackDepth(cracks, growth, place);
-            const float blotch = fractalNoise(noisePlace(place, blotches), blotches, 5, 91);
-            wood.late.at(x, y) = late;
+            const float crack =
+                std::max(crackDepth(cracks, growth, place), pocketDepth(growth, year, place));
             wood.crack.at(x, y) = crack;
+            wood.heat.at(x, y) = crack * crack * glm::clamp(glow + 0.2F, 0.0F, 1.0F);
             wood.knot.at(x, y) = growth.knot;
-            wood.tone.at(x, y) = 0.62F + 0.42F * (year - 0.5F) + 0.9F * blotch + 0.26F * ray;
-            wood.height.at(x, y) = 1.2F * late - 1.3F * hole + 0.4F * ray - 7.0F * crack;
+            wood.tone.at(x, y) = 0.55F + paleness + 0.55F * blotch + 0.12F * ray + 0.1F * grain -
+                                 0.5F * late - 0.2F * growth.knot;
+            wood.height.at(x, y) = 2.2F * late * late + 0.6F * ray + 0.5F * grain - 5.0F * crack;
         }
     }
+}
+
+// What is finer than the warped grid can show is smoothed away; it shows 272 rows of 512.
+template <typename Pixel>
+Raster<Pixel> softened(const Raster<Pixel>& picture)
+{
+    Raster<Pixel> result(kSize, kSize);
+    result.fill([&](int x, int y) {
+        return 0.3F * picture.at(x, y) +
+               0.23F * (picture.wrapped(x, y - 1) + picture.wrapped(x, y + 1)) +
+               0.1F * (picture.wrapped(x, y - 2) + picture.wrapped(x, y + 2)) +
+               0.02F * (picture.wrapped(x, y - 3) + picture.wrapped(x, y + 3));
+    });
+    return result;
 }
 
 Picture lightWood(const Wood& wood)
 {
     const glm::vec3 toLight(-0.55F, -0.65F, 0.6F);
-    const GreyPicture around = blurred(wood.height, 5);
-    const GreyPicture nearCrack = blurred(wood.crack, 4);
+    const GreyPicture emberLight = blurred(wood.heat, 6);
     Picture picture(kSize, kSize);
     picture.fill([&](int x, int y) {
-        const glm::vec3 normal = normalAt(wood.height, x, y, 1.3F);
+        const glm::vec3 normal = normalAt(wood.height, x, y, 1.2F);
         const float light = matt(normal, toLight);
-        const float hollow = softStep(-3.0F, 1.0F, wood.height.at(x, y) - around.at(x, y));
         const float knot = wood.knot.at(x, y);
+        // The rim where the stem's wood has grown around the knot.
+        const float rim = softStep(0.2F, 0.5F, knot) * softStep(0.85F, 0.55F, knot);
 
-        const float tone = wood.tone.at(x, y) - 0.5F * wood.late.at(x, y) - 0.22F * knot;
-        glm::vec3 pixel = ramp(kWood, tone) * (0.2F + 1.1F * light) * (0.35F + 0.65F * hollow);
+        glm::vec3 pixel = ramp(kWood, wood.tone.at(x, y) - 0.25F * rim) * (0.55F + 0.75F * light);
         pixel *= glm::mix(glm::vec3(1.0F), kKnotTint, knot);
         // What turns from the light takes the cold of the sky.
-        pixel +=
-            kSlateLight * 0.5F * matt(normal, {0.7F, 0.6F, 0.35F}) * (0.3F + 0.7F * (1 - tone));
-
-        // Resin has soaked the wood beside a crack, and stands in the crack, wet.
-        const float soaked = nearCrack.at(x, y) * (1.0F - wood.crack.at(x, y));
-        pixel = glm::mix(pixel, ramp(kResin, 0.55F * light), 0.55F * glm::min(1.0F, 2 * soaked));
-        const float wet = glossy(normal, toLight, 12.0F);
-        const glm::vec3 filling = glm::mix(kDeep, ramp(kResin, 0.12F + 1.2F * wet), 0.85F);
-        pixel = glm::mix(pixel, filling, wood.crack.at(x, y));
+        pixel += kSlate * (0.25F + 1.1F * matt(normal, {0.7F, 0.6F, 0.35F})) * (1.0F - light);
+        pixel = glm::mix(pixel, ramp(kEmber, wood.heat.at(x, y)),
+                         softStep(0.1F, 0.6F, wood.crack.at(x, y)));
+        pixel += kEmberLight * 1.1F * emberLight.at(x, y);
         return glm::vec4(glm::min(pixel, glm::vec3(kPeak)), 1.0F);
     });
-    return picture;
+    return softened(picture);
 }
 
 void makeLog(const OutputFolder& folder)
