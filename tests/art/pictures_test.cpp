@@ -24,7 +24,7 @@ struct Row {
 
 // clang-format off
 constexpr Row kRows[] = {
-    {"additiivinen_aivo.tga",     256,  256, 24, {  6,   9}, { 40,  51}, kBlack},
+    {"additiivinen_aivo.tga",     256,  256, 24, {  5,   8}, { 40,  51}, kBlack},
     {"by.tga",                     64,   32, 32, { 12,  18}, {240, 255}, kKeyed},
     {"end.tga",                   256,   64, 32, { 22,  34}, {240, 255}, kKeyed},
     {"greet.tga",                 256,  512, 32, {156, 233}, {240, 255}, kFree},
