@@ -17,16 +17,16 @@
 namespace dog {
 
 // An opaque, black sheet that Cairo draws on in colours. Positions are in the picture's pixels from
-// its upper left corner; the drawing is finer than that until it is scaled down.
+// its upper left corner; the drawing is `finer` times as large until it is scaled down.
 class Drawing {
 public:
-    Drawing(int width, int height)
-        : width_(width), height_(height),
-          surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width * kFiner, height * kFiner),
+    Drawing(int width, int height, int finer)
+        : width_(width), height_(height), finer_(finer),
+          surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width * finer, height * finer),
                    cairo_surface_destroy),
           pen_(cairo_create(surface_.get()), cairo_destroy)
     {
-        cairo_scale(pen_.get(), kFiner, kFiner);
+        cairo_scale(pen_.get(), finer, finer);
         cairo_set_line_cap(pen_.get(), CAIRO_LINE_CAP_ROUND);
     }
 
@@ -34,18 +34,63 @@ public:
 
     void setColour(glm::vec3 colour, float cover = 1.0F)
     {
-        const glm::vec3 c = colour / glm::max(1.0F, brightest(colour)); // too bright keeps its hue
+        const glm::vec3 c = withoutGlare(colour);
         cairo_set_source_rgba(pen(), c.r, c.g, c.b, cover);
     }
 
+    // One of the sheet's own, fine pixels.
     void fillPixel(int x, int y)
     {
-        cairo_rectangle(pen(), x, y, 1, 1);
+        const double size = 1.0 / finer_;
+        cairo_rectangle(pen(), x * size, y * size, size, size);
         cairo_fill(pen());
     }
 
-    // A line that swells and ends in a point.
-    void fillHair(const std::vector<glm::vec2>& joints, float width)
+    // A line that swells and ends in a point, dark at its root and bright toward its tip.
+    void fillHair(const std::vector<glm::vec2>& joints, float width, glm::vec3 root, glm::vec3 tip,
+                  float cover = 1.0F)
+    {
+        const glm::vec2 from = joints.front();
+        const glm::vec2 to = joints.back();
+        cairo_pattern_t* colours = cairo_pattern_create_linear(from.x, from.y, to.x, to.y);
+        const auto addStop = [&](double place, glm::vec3 c) {
+            c = withoutGlare(c);
+            cairo_pattern_add_color_stop_rgba(colours, place, c.r, c.g, c.b, cover);
+        };
+        addStop(0.0, root);
+        addStop(0.6, tip);
+        cairo_set_source(pen(), colours);
+        cairo_pattern_destroy(colours);
+        addHair(joints, width);
+        cairo_fill(pen());
+    }
+
+    // The drawing, scaled down.
+    [[nodiscard]] Picture picture() const
+    {
+        cairo_surface_flush(surface_.get());
+        const unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
+        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
+        Picture fine(width_ * finer_, height_ * finer_);
+        fine.fill([&](int x, int y) {
+            const unsigned char* pixel = bytes + y * stride + std::ptrdiff_t{x} * 4;
+            return glm::vec4(pixel[2], pixel[1], pixel[0], 255); // blue comes first
+        });
+        Picture picture = fine.shrunk(finer_);
+        picture.fill([&](int x, int y) { return picture.at(x, y) / 255.0F; });
+        return picture;
+    }
+
+private:
+    // What is too bright turns to a warm white.
+    static glm::vec3 withoutGlare(glm::vec3 light)
+    {
+        const glm::vec3 white(1.0F, 0.90F, 0.68F);
+        const float bright = glm::max(1.0F, brightest(light));
+        return glm::mix(white, light / bright, 1.0F / bright);
+    }
+
+    void addHair(const std::vector<glm::vec2>& joints, float width)
     {
         std::vector<glm::vec2> outline(2 * joints.size()); // out on one side, back on the other
         for (std::size_t i = 0; i < joints.size(); ++i) {
@@ -62,30 +107,12 @@ public:
         for (const glm::vec2 point : outline) {
             cairo_line_to(pen(), point.x, point.y);
         }
-        cairo_fill(pen());
+        cairo_close_path(pen());
     }
-
-    // The drawing, scaled down.
-    [[nodiscard]] Picture picture() const
-    {
-        cairo_surface_flush(surface_.get());
-        const unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
-        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
-        Picture fine(width_ * kFiner, height_ * kFiner);
-        fine.fill([&](int x, int y) {
-            const unsigned char* pixel = bytes + y * stride + std::ptrdiff_t{x} * 4;
-            return glm::vec4(pixel[2], pixel[1], pixel[0], 255); // blue comes first
-        });
-        Picture picture = fine.shrunk(kFiner);
-        picture.fill([&](int x, int y) { return picture.at(x, y) / 255.0F; });
-        return picture;
-    }
-
-private:
-    static constexpr int kFiner = 2; // pixels drawn to one of the picture's, each way
 
     int width_;
     int height_;
+    int finer_;
     std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface_;
     std::unique_ptr<cairo_t, decltype(&cairo_destroy)> pen_;
 };

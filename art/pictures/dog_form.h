@@ -2,9 +2,11 @@
 
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
+#include "art/pictures/kit/noise.h"
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 #include <glm/mat3x3.hpp>
@@ -21,21 +23,21 @@
 // head's forms stand in a space of their own, which is turned and tilted against the body's.
 namespace dog {
 
-inline const glm::vec3 kTan = colour(0x955620);
-inline const glm::vec3 kRust = colour(0x5e2c0d);
-inline const glm::vec3 kCream = colour(0xffd08a);
-inline const glm::vec3 kDark = colour(0x24130a);
-inline const glm::vec3 kLeather = colour(0x120b07);
+inline const glm::vec3 kWhite = colour(0xf6d09a);
+inline const glm::vec3 kTan = colour(0xd98436);
+inline const glm::vec3 kDark = colour(0x8c481a);
+inline const glm::vec3 kLeather = colour(0x140b07);
 
-inline constexpr float kHeadTurn = -0.17F; // radians, to the viewer's right
-inline constexpr float kHeadTilt = 0.13F;  // radians, clockwise
+inline constexpr float kHeadTurn = -0.20F; // radians, toward the light on the viewer's left
+inline constexpr float kHeadTilt = 0.07F;  // radians, clockwise
+inline constexpr float kHeadBow = 0.03F;   // radians, the nose down
 
 // Stands for a groom that leads away from a point deep in the muzzle, as fur on the face grows.
 inline const glm::vec3 kFromMuzzle{0.0F, 0.0F, 0.0F};
-inline const glm::vec3 kMuzzle{0.0F, -0.36F, 0.72F};
-inline const glm::vec3 kNoseTip{0.0F, -0.15F, 1.06F};
-inline const glm::vec3 kEye{0.245F, 0.13F, 0.42F};
-inline const glm::vec3 kBrowSpot{0.21F, 0.36F, 0.42F};
+inline const glm::vec3 kMuzzle{0.0F, -0.30F, 0.70F};
+inline const glm::vec3 kNoseTip{0.0F, -0.17F, 1.08F};
+inline const glm::vec3 kEye{0.228F, 0.13F, 0.40F};
+inline const glm::vec3 kBrowSpot{0.17F, 0.29F, 0.36F};
 
 // What grows on a form, and at a place.
 struct Coat {
@@ -49,35 +51,46 @@ struct Coat {
 struct Form {
     glm::vec3 centre;
     glm::vec3 radii;
-    glm::vec2 turn; // about x, about z, radians
+    glm::vec3 turn; // about x, y and z, radians
     float melt;     // how far it melts into its neighbours
     Coat coat;
 };
 
 // clang-format off
 inline const auto kHead = std::to_array<Form>({
-    // Skull, cheek, brow.
-    {{0.00,  0.24, -0.15}, {0.56, 0.47, 0.58}, {0.00,  0.00}, 0.10F, {kFromMuzzle, 12, kTan}},
-    {{0.31, -0.08,  0.05}, {0.29, 0.32, 0.40}, {0.00,  0.00}, 0.14F, {{0.7, -0.55, -0.4}, 18, kTan}},
-    {{0.20,  0.33,  0.28}, {0.20, 0.12, 0.18}, {0.00, -0.35}, 0.10F, {kFromMuzzle, 8, kTan}},
-    // The muzzle's bridge and its end, upper lip, chin.
-    {{0.00, -0.06,  0.48}, {0.20, 0.20, 0.42}, {0.16,  0.00}, 0.16F, {kFromMuzzle, 6, kCream}},
-    {{0.00, -0.19,  0.82}, {0.18, 0.15, 0.24}, {0.00,  0.00}, 0.08F, {kFromMuzzle, 5, kCream}},
-    {{0.11, -0.31,  0.74}, {0.16, 0.17, 0.26}, {0.00, -0.15}, 0.05F, {{0.6, -0.45, -0.6}, 7, kCream}},
-    {{0.00, -0.46,  0.60}, {0.15, 0.10, 0.24}, {0.00,  0.00}, 0.03F, {{0, -0.8, -0.5}, 8, kCream}},
-    // The ear's root, its flap and its tip.
-    {{0.54,  0.47, -0.12}, {0.20, 0.15, 0.17}, {0.00, -0.55}, 0.10F, {{0.8, -0.4, 0}, 11, kRust}},
-    {{0.72,  0.22, -0.04}, {0.19, 0.33, 0.09}, {0.00,  0.20}, 0.06F, {{0.15, -1, 0.1}, 17, kRust}},
-    {{0.77, -0.05, -0.04}, {0.13, 0.26, 0.07}, {0.00,  0.05}, 0.06F, {{-0.05, -1, 0.1}, 24, kRust}},
+    // Skull, brow, cheekbone, the cheek's ruff.
+    {{0.00,  0.17, -0.20}, {0.47, 0.38, 0.54}, {0.00,  0.00,  0.00}, 0.10F, {kFromMuzzle, 12, kDark}},
+    {{0.20,  0.25,  0.22}, {0.18, 0.09, 0.17}, {0.25,  0.00, -0.22}, 0.10F, {{0.35, 1, -0.7}, 8, kDark}},
+    {{0.29, -0.06,  0.12}, {0.23, 0.22, 0.33}, {0.00,  0.35,  0.00}, 0.14F, {{0.8, -0.2, -0.6}, 13, kDark}},
+    {{0.42, -0.18, -0.14}, {0.26, 0.36, 0.30}, {0.00,  0.00,  0.30}, 0.14F, {{0.9, -0.75, -0.1}, 32, kDark}},
+    // The muzzle's root, its bridge and end, upper lip, lower jaw, chin.
+    {{0.17, -0.18,  0.38}, {0.16, 0.20, 0.30}, {0.00,  0.00,  0.00}, 0.14F, {{0.7, -0.4, -0.6}, 9, kWhite}},
+    {{0.00,  0.00,  0.46}, {0.18, 0.17, 0.46}, {0.20,  0.00,  0.00}, 0.14F, {kFromMuzzle, 6, kWhite}},
+    {{0.00, -0.15,  0.86}, {0.155, 0.13, 0.22}, {0.10,  0.00,  0.00}, 0.08F, {kFromMuzzle, 5, kWhite}},
+    {{0.10, -0.26,  0.76}, {0.13, 0.17, 0.27}, {0.12,  0.12, -0.12}, 0.05F, {{0.55, -0.6, -0.6}, 7, kWhite}},
+    {{0.00, -0.46,  0.46}, {0.19, 0.13, 0.38}, {0.10,  0.00,  0.00}, 0.03F, {{0, -0.8, -0.6}, 12, kWhite}},
+    {{0.00, -0.48,  0.76}, {0.11, 0.09, 0.13}, {0.00,  0.00,  0.00}, 0.05F, {{0, -1, -0.2}, 10, kWhite}},
+    // The ear's root, the shell, and the tip that falls forward.
+    {{0.38,  0.32, -0.24}, {0.20, 0.19, 0.14}, {0.00,  0.00, -0.70}, 0.10F, {{0.6, 0.8, -0.2}, 14, kDark}},
+    {{0.54,  0.46, -0.26}, {0.20, 0.27, 0.095}, {0.10, 0.35, -0.75}, 0.07F, {{0.7, 0.7, 0}, 15, kDark}},
+    {{0.70,  0.44, -0.12}, {0.16, 0.26, 0.075}, {-0.40, 0.25, 0.36}, 0.07F, {{0.5, -0.9, 0.3}, 20, kDark}},
     // The nose, and what hangs from it to the lip.
-    {{0.00, -0.145, 1.02}, {0.15, 0.10, 0.10}, {0.00,  0.00}, 0.03F, {kFromMuzzle, 0, kLeather}},
-    {{0.00, -0.205, 1.02}, {0.08, 0.09, 0.08}, {0.00,  0.00}, 0.05F, {kFromMuzzle, 0, kLeather}},
+    {{0.00, -0.145, 1.03}, {0.138, 0.10, 0.09}, {0.00, 0.00, 0.00}, 0.03F, {kFromMuzzle, 0, kLeather}},
+    {{0.00, -0.225, 1.01}, {0.070, 0.08, 0.07}, {0.00, 0.00,  0.00}, 0.05F, {kFromMuzzle, 0, kLeather}},
 });
 inline const auto kBody = std::to_array<Form>({
-    // Neck, chest, shoulder.
-    {{0.00, -0.60, -0.50}, {0.60, 0.75, 0.50}, {0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 24, kTan}},
-    {{0.00, -1.15, -0.25}, {0.52, 0.72, 0.45}, {0.00,  0.00}, 0.20F, {{0, -1, 0.2}, 27, kCream}},
-    {{0.62, -1.55, -0.60}, {0.52, 0.95, 0.55}, {0.00,  0.22}, 0.20F, {{0.45, -1, 0}, 22, kTan}},
+    // Neck, the collar's sides, chest, shoulder.
+    {{0.00, -0.55, -0.50}, {0.55, 0.70, 0.46}, {0.00,  0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 28, kDark}},
+    {{0.48, -0.72, -0.40}, {0.36, 0.52, 0.36}, {0.00,  0.00,  0.25}, 0.16F, {{0.85, -1, 0.1}, 38, kWhite}},
+    {{0.00, -1.00, -0.08}, {0.56, 0.60, 0.42}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kWhite}},
+    {{0.80, -1.45, -0.62}, {0.48, 0.62, 0.50}, {0.00,  0.00,  0.35}, 0.20F, {{0.5, -1, 0}, 30, kDark}},
+});
+// What is pressed into the head: the eyes' sockets, the ears' shells, the brow's furrow, the temples.
+inline const auto kHollows = std::to_array<Form>({
+    {{0.26,  0.12,  0.50}, {0.12, 0.075, 0.10}, {0.00,  0.30, -0.20}, 0.08F, {}},
+    {{0.48,  0.42, -0.11}, {0.10, 0.17, 0.10}, {0.10,  0.35, -0.75}, 0.06F, {}},
+    {{0.00,  0.37,  0.37}, {0.010, 0.15, 0.045}, {-0.5,  0.00,  0.00}, 0.06F, {}},
+    {{0.46,  0.20,  0.24}, {0.12, 0.14, 0.14}, {0.00,  0.00,  0.00}, 0.12F, {}},
 });
 // clang-format on
 
@@ -86,8 +99,10 @@ struct Place {
     glm::vec3 head;
 };
 
-inline glm::mat3 turned(float pitch, float yaw, float roll)
+// About x, then y, then z.
+inline glm::mat3 turned(glm::vec3 turn)
 {
+    const auto [pitch, yaw, roll] = std::array{turn.x, turn.y, turn.z};
     const glm::mat3 aboutX{1, 0, 0, 0, cosine(pitch), sine(pitch), 0, -sine(pitch), cosine(pitch)};
     const glm::mat3 aboutY{cosine(yaw), 0, -sine(yaw), 0, 1, 0, sine(yaw), 0, cosine(yaw)};
     const glm::mat3 aboutZ{cosine(roll), sine(roll), 0, -sine(roll), cosine(roll), 0, 0, 0, 1};
@@ -98,8 +113,9 @@ class Solid {
 public:
     Solid()
     {
-        addForms(kHead, true);
-        addForms(kBody, false);
+        addForms(forms_, kHead, true);
+        addForms(forms_, kBody, false);
+        addForms(hollows_, kHollows, true);
     }
 
     // Distance from the surface, negative inside.
@@ -112,6 +128,12 @@ public:
             const float overlap =
                 glm::max(placed.form.melt - std::fabs(nearest - next), 0.0F) / placed.form.melt;
             nearest = glm::min(nearest, next) - overlap * overlap * placed.form.melt / 4.0F;
+        }
+        for (const Placed& placed : hollows_) {
+            const float outside = -distanceTo(placed, place);
+            const float overlap =
+                glm::max(placed.form.melt - std::fabs(nearest - outside), 0.0F) / placed.form.melt;
+            nearest = glm::max(nearest, outside) + overlap * overlap * placed.form.melt / 4.0F;
         }
         return nearest;
     }
@@ -137,6 +159,20 @@ public:
             closed += glm::max(0.0F, away - distance(position + normal * away)) / away;
         }
         return glm::clamp(1.05F - 0.36F * closed, 0.0F, 1.0F);
+    }
+
+    // How much of a far light's disc is seen from a place on the surface, 0 to 1.
+    [[nodiscard]] float seenFrom(glm::vec3 position, glm::vec3 toLight) const
+    {
+        constexpr float kSoftness = 5.0F;
+        constexpr float kReach = 1.6F;
+        float seen = 1.0F;
+        for (float way = 0.06F; way < kReach && seen > 0.0F;) {
+            const float room = distance(position + toLight * way);
+            seen = glm::min(seen, 0.5F + 0.5F * kSoftness * room / way);
+            way += glm::clamp(room, 0.02F, 0.1F);
+        }
+        return softStep(0.0F, 1.0F, seen);
     }
 
     // The coat's groom lies along the surface here: it has unit length, or none where hairs stand.
@@ -177,19 +213,21 @@ private:
         bool inHead;
     };
 
-    static constexpr glm::vec3 kHeadPosition{0.0F, 0.12F, 0.0F};
+    static constexpr glm::vec3 kHeadPosition{0.0F, 0.10F, 0.0F};
 
-    void addForms(std::span<const Form> forms, bool inHead)
+    static void addForms(std::vector<Placed>& placed, std::span<const Form> forms, bool inHead)
     {
+        const auto add = [&](const Form& form) {
+            placed.push_back({form, glm::transpose(turned(form.turn)), inHead});
+        };
         for (Form form : forms) {
-            forms_.push_back(
-                {form, glm::transpose(turned(form.turn.x, 0.0F, form.turn.y)), inHead});
+            add(form);
             if (form.centre.x != 0.0F) {
                 form.centre.x = -form.centre.x;
                 form.coat.groom.x = -form.coat.groom.x;
                 form.turn.y = -form.turn.y;
-                forms_.push_back(
-                    {form, glm::transpose(turned(form.turn.x, 0.0F, form.turn.y)), inHead});
+                form.turn.z = -form.turn.z;
+                add(form);
             }
         }
     }
@@ -207,24 +245,57 @@ private:
         return reach * (reach - 1.0F) / glm::max(slope, 0.001F);
     }
 
-    // The coat's markings: a blaze from the crown to the muzzle, dark eyelids, a spot on each brow.
+    // The coat's markings: a white blaze that widens to the muzzle, tan cheeks and brow spots, dark
+    // eyelids.
     static glm::vec3 marked(glm::vec3 coat, glm::vec3 head)
     {
-        const float blaze = 0.05F + 0.08F * softStep(0.25F, -0.05F, head.y) +
-                            0.05F * softStep(0.35F, 0.65F, head.z);
         const float aside = std::fabs(head.x);
-        coat = glm::mix(coat, kCream,
-                        softStep(blaze + 0.05F, blaze - 0.02F, aside) *
-                            softStep(0.05F, 0.15F, head.z));
         const glm::vec3 folded(aside, head.y, head.z);
-        const glm::vec3 fromEye = (folded - kEye) * glm::vec3(1.0F, 1.2F, 0.8F);
-        coat = glm::mix(coat, kDark, 0.6F * softStep(0.21F, 0.13F, glm::length(fromEye)));
-        const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.3F, 0.7F);
-        return glm::mix(coat, kCream, 0.4F * softStep(0.15F, 0.03F, glm::length(fromSpot)));
+        const glm::vec3 fromCheek = (folded - kCheek) / glm::vec3(0.20F, 0.26F, 0.45F);
+        coat = glm::mix(coat, kTan, softStep(1.15F, 0.75F, glm::length(fromCheek)));
+        const float blaze =
+            0.05F + 0.03F * softStep(0.35F, 0.6F, head.y) + 0.17F * softStep(0.15F, -0.16F, head.y);
+        coat = glm::mix(coat, kWhite,
+                        softStep(blaze + 0.03F, blaze - 0.02F, aside) *
+                            softStep(0.05F, 0.15F, head.z));
+        const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.5F, 0.7F);
+        coat = glm::mix(coat, 1.2F * kTan, softStep(0.16F, 0.09F, glm::length(fromSpot)));
+        const glm::vec3 fromEye =
+            (folded - kEye - glm::vec3(0.01F, -0.01F, 0.0F)) * glm::vec3(1.0F, 1.7F, 0.6F);
+        return glm::mix(coat, 0.2F * kDark, softStep(0.155F, 0.115F, glm::length(fromEye)));
     }
 
+    static constexpr glm::vec3 kCheek{0.30F, -0.22F, 0.20F};
+
     std::vector<Placed> forms_;
-    glm::mat3 headAxes_ = turned(0.0F, kHeadTurn, -kHeadTilt);
+    std::vector<Placed> hollows_;
+    glm::mat3 headAxes_ = turned({kHeadBow, kHeadTurn, -kHeadTilt});
 };
+
+// The lock that a hair belongs to: hairs stand closer together than locks do, and lean together
+// where they end. Locks are the cells around points that are scattered through space.
+struct Lock {
+    glm::vec3 middle;
+    std::uint32_t number; // random bits of its own
+};
+
+inline Lock lockAt(glm::vec3 place, float size, int seed)
+{
+    const glm::ivec3 home(glm::floor(place / size));
+    Lock nearest{};
+    float distance = 100.0F * size;
+    for (int i = 0; i < 27; ++i) {
+        const glm::ivec3 cell = home + glm::ivec3(i % 3, i / 3 % 3, i / 9) - 1;
+        const std::uint32_t bits =
+            hash(static_cast<int>(hash(cell.x, cell.y, seed) >> 8U), cell.z, seed);
+        const glm::vec3 offset(unit(bits), unit(bits << 8U), unit(bits << 16U));
+        const glm::vec3 middle = (glm::vec3(cell) + offset) * size;
+        if (glm::distance(place, middle) < distance) {
+            distance = glm::distance(place, middle);
+            nearest = {middle, bits};
+        }
+    }
+    return nearest;
+}
 
 } // namespace dog
