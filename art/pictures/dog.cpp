@@ -3,7 +3,9 @@
 // amplifies what lies under the picture, so this is light, not paint: black leaves the ground as it
 // is.
 #include "art/pictures/dog_drawing.h"
+#include "art/pictures/dog_eye.h"
 #include "art/pictures/dog_form.h"
+#include "art/pictures/dog_view.h"
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
@@ -17,6 +19,8 @@
 
 namespace {
 
+using namespace dog;
+
 constexpr int kWidth = 512;
 constexpr int kHeight = 256;
 constexpr int kFiner = 2;      // seen and drawn this much larger, then averaged
@@ -29,87 +33,6 @@ constexpr unsigned kSeed = 1957;
 constexpr float kTuft = 0.22F;
 constexpr float kLock = 0.065F;
 constexpr float kFineLock = 0.035F; // where the coat is short
-
-constexpr double kEyeSize = 1.5;
-
-// The view.
-constexpr float kScale = 152.0F; // pixels to a unit, at z = 0
-constexpr glm::vec2 kMiddle{270.0F, 118.0F};
-constexpr glm::vec3 kViewer{0.0F, 0.1F, 6.5F};
-constexpr float kFarthest = 9.0F;
-
-const glm::vec3 kKeyLight = glm::normalize(glm::vec3(-0.74F, 0.58F, 0.46F));
-const glm::vec3 kFillLight = glm::normalize(glm::vec3(0.55F, -0.10F, 0.80F));
-const glm::vec3 kRimLight = glm::normalize(glm::vec3(0.90F, 0.22F, -0.36F));
-const glm::vec3 kKeyColour = colour(0xffe8c4);
-const glm::vec3 kShade{1.0F, 0.70F, 0.45F}; // what shadows keep of the light
-const glm::vec3 kRimColour = colour(0xffa24c);
-
-struct Surface {
-    bool hit = false;
-    glm::vec3 place{0.0F};
-    glm::vec3 normal{0.0F};
-    float openness = 1.0F;
-    float keyLight = 1.0F; // how much of the key light comes here
-    dog::Coat coat;
-};
-
-glm::vec2 onPicture(glm::vec3 place)
-{
-    const glm::vec3 from = place - kViewer;
-    return kMiddle + glm::vec2(from.x, -from.y) * (kScale * kViewer.z / -from.z);
-}
-
-Surface look(const dog::Solid& solid, glm::vec2 place)
-{
-    const glm::vec2 aside = (place - kMiddle) / kScale;
-    const glm::vec3 direction = glm::normalize(glm::vec3(aside.x, -aside.y, -kViewer.z));
-    Surface surface;
-    for (float way = kViewer.z - 2.0F; way < kFarthest && !surface.hit;) {
-        surface.place = kViewer + direction * way;
-        const float room = solid.distance(surface.place);
-        surface.hit = room < 0.002F;
-        way += 0.8F * room;
-    }
-    if (surface.hit) {
-        surface.normal = solid.normal(surface.place);
-        surface.openness = solid.openness(surface.place, surface.normal);
-        surface.keyLight = solid.seenFrom(surface.place + 0.02F * surface.normal, kKeyLight);
-        surface.coat = solid.coat(surface.place, surface.normal);
-    }
-    return surface;
-}
-
-// The light that fur sends to the viewer; hairs shine across their direction, like thin cylinders.
-glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 hair, glm::vec3 coat)
-{
-    const glm::vec3 toViewer = glm::normalize(kViewer - surface.place);
-    const float facing = glm::dot(normal, kKeyLight);
-    const float key = glm::max(0.0F, (facing + 0.15F) / 1.15F) * (0.2F + 0.8F * surface.keyLight);
-    const float fill = glm::max(0.0F, glm::dot(normal, kFillLight));
-    const float along = glm::dot(hair, glm::normalize(kKeyLight + toViewer));
-    const float sheen = power(1.0F - along * along, 10.0F) * glm::max(0.0F, facing + 0.1F) *
-                        (0.2F + 0.8F * surface.keyLight);
-    const float edge = power(1.0F - glm::max(0.0F, glm::dot(surface.normal, toViewer)), 1.6F);
-    const float rim = edge * glm::max(0.0F, glm::dot(normal, kRimLight) + 0.25F);
-    const float falloff = softStep(-1.0F, -0.3F, surface.place.y) * 0.45F + 0.55F;
-    const float matte = 0.05F + 2.1F * key * (0.32F + 0.70F * key) + 0.26F * fill;
-    const glm::vec3 light =
-        falloff * (surface.openness * (coat * matte + kKeyColour * 0.16F * sheen) +
-                   kRimColour * surface.openness * 2.4F * rim);
-    return light * glm::mix(kShade, glm::vec3(1.0F), softStep(0.05F, 0.8F, brightest(light)));
-}
-
-// The leather of the nose: grained and wet.
-glm::vec3 lightOnNose(const Surface& surface, glm::vec3 head)
-{
-    const glm::vec3 grain(glm::perlin(head * 38.0F), glm::perlin(head * 38.0F + 9.0F), 0.0F);
-    const glm::vec3 normal = glm::normalize(surface.normal + 0.13F * grain);
-    const glm::vec3 halfway = glm::normalize(kKeyLight + glm::normalize(kViewer - surface.place));
-    const float wet = power(glm::max(0.0F, glm::dot(normal, halfway)), 30.0F);
-    const float sky = glm::max(0.0F, normal.y);
-    return dog::kLeather + kKeyColour * (0.9F * wet + 0.10F * sky * sky);
-}
 
 class Portrait {
 public:
@@ -133,7 +56,8 @@ public:
         folder.keepStage(drawing_.picture(), "dog-4-hairs.tga");
         for (const float side : {-1.0F, 1.0F}) {
             drawNostril(side);
-            drawEye(side);
+            const glm::vec3 mirror(side, 1.0F, 1.0F);
+            drawEye(drawing_, onFace(kEye * mirror), side);
         }
         drawWhiskers();
     }
@@ -168,11 +92,11 @@ private:
         constexpr int kLines = 6000;
         constexpr int kSteps = 9;
         constexpr float kStep = 0.016F;
-        dog::Drawing flow(kWidth, kHeight, kFiner);
+        Drawing flow(kWidth, kHeight, kFiner);
         Random random(kSeed);
         for (int i = 0; i < kLines; ++i) {
             glm::vec2 place(random.next() * kWidth, random.next() * kHeight);
-            const glm::vec3 tone = glm::mix(dog::kDark, kKeyColour, random.next());
+            const glm::vec3 tone = glm::mix(kDark, kKeyColour, random.next());
             std::vector<glm::vec2> joints;
             for (int step = 0; step < kSteps && surfaceAt(place).hit; ++step) {
                 const Surface& surface = surfaceAt(place);
@@ -196,7 +120,7 @@ private:
                 if (!surface.hit) {
                     continue;
                 }
-                const dog::Coat& coat = surface.coat;
+                const Coat& coat = surface.coat;
                 const glm::vec3 fur =
                     0.4F * lightOnFur(surface, surface.normal, coat.groom, coat.colour);
                 const glm::vec3 nose = lightOnNose(surface, solid_.toHead(surface.place));
@@ -209,11 +133,11 @@ private:
 
     struct Root {
         glm::vec2 place;
-        dog::Lock lock;
+        Lock lock;
         float fromNose;
     };
 
-    [[nodiscard]] static float shag(const dog::Coat& coat)
+    [[nodiscard]] static float shag(const Coat& coat)
     {
         return glm::clamp((coat.length - 4.0F) / 18.0F, 0.0F, 1.4F);
     }
@@ -225,14 +149,14 @@ private:
         for (int i = 0; i < kRoots; ++i) {
             const glm::vec2 place(random.next() * kWidth, random.next() * kHeight);
             const Surface& surface = surfaceAt(place);
-            const dog::Coat& coat = surface.coat;
+            const Coat& coat = surface.coat;
             if (!surface.hit || coat.groom == glm::vec3(0.0F) || coat.bare > 0.3F) {
                 continue;
             }
             const float size = glm::mix(kFineLock, kLock, softStep(8.0F, 20.0F, coat.length));
-            const dog::Lock lock = dog::lockAt(surface.place, size < 0.05F ? kFineLock : kLock, 1);
+            const Lock lock = lockAt(surface.place, size < 0.05F ? kFineLock : kLock, 1);
             // Whole locks lie over those behind them.
-            const float fromNose = glm::length(solid_.toHead(lock.middle) - dog::kNoseTip);
+            const float fromNose = glm::length(solid_.toHead(lock.middle) - kNoseTip);
             roots.push_back({place, lock, fromNose + random.between(0.0F, 0.03F)});
         }
         std::stable_sort(roots.begin(), roots.end(),
@@ -258,10 +182,10 @@ private:
     void drawHair(const Root& root, Random& random)
     {
         const Surface& surface = surfaceAt(root.place);
-        const dog::Coat& coat = surface.coat;
+        const Coat& coat = surface.coat;
         const float shag = Portrait::shag(coat);
         const glm::vec3 aside = glm::cross(surface.normal, coat.groom);
-        const dog::Lock tuft = dog::lockAt(surface.place, kTuft, 2);
+        const Lock tuft = lockAt(surface.place, kTuft, 2);
         const float tuftLean = unit(tuft.number << 5U) - 0.5F;
         const float lockLean = unit(root.lock.number << 5U) - 0.5F;
         const float lean =
@@ -329,7 +253,7 @@ private:
         constexpr glm::vec3 kLip{0.05F, -0.44F, 1.0F};
         constexpr glm::vec3 kCheek{0.15F, -0.47F, 0.90F};
         constexpr glm::vec3 kCorner{0.27F, -0.37F, 0.55F};
-        drawing_.setColour(0.3F * dog::kLeather, cover);
+        drawing_.setColour(0.3F * kLeather, cover);
         drawCurve(kUnderNose, kUnderNose, kParting, kParting, width);
         for (const float side : {-1.0F, 1.0F}) {
             const glm::vec3 mirror(side, 1.0F, 1.0F);
@@ -349,7 +273,7 @@ private:
             const glm::vec2 root = onFace({side * (0.12F + 0.035F * along),
                                            -0.24F - 0.05F * static_cast<float>(row) + 0.01F * along,
                                            1.0F - 0.045F * along});
-            drawDisc(root, 0.9, 0.5F * dog::kDark, 0.6F);
+            drawDisc(drawing_, root, 0.9, 0.5F * kDark, 0.6F);
         }
         for (int i = 0; i < kWhiskers; ++i) {
             const float side = i % 2 == 0 ? -1.0F : 1.0F;
@@ -372,7 +296,7 @@ private:
         const glm::vec2 middle = onFace({side * 0.075F, -0.17F, 1.10F});
         cairo_save(drawing_.pen());
         cairo_translate(drawing_.pen(), middle.x, middle.y);
-        cairo_rotate(drawing_.pen(), dog::kHeadTilt - side * 0.5F);
+        cairo_rotate(drawing_.pen(), kHeadTilt - side * 0.5F);
         cairo_scale(drawing_.pen(), 6.3, 3.8);
         cairo_arc(drawing_.pen(), 0, 0, 1, 0, glm::two_pi<double>());
         cairo_restore(drawing_.pen());
@@ -380,104 +304,9 @@ private:
         cairo_fill(drawing_.pen());
     }
 
-    // An almond, 30 by 18 or so, with the inner corner low.
-    void addAlmond(double size)
-    {
-        cairo_t* pen = drawing_.pen();
-        cairo_move_to(pen, -15 * size, 6.5 * size);
-        cairo_curve_to(pen, -10 * size, -5 * size, 4 * size, -10.5 * size, 14 * size, -2.5 * size);
-        cairo_curve_to(pen, 9 * size, 9 * size, -4 * size, 11.5 * size, -15 * size, 6.5 * size);
-        cairo_close_path(pen);
-    }
-
-    void drawDisc(glm::dvec2 middle, double radius, glm::vec3 colour, float cover = 1.0F)
-    {
-        cairo_arc(drawing_.pen(), middle.x, middle.y, radius, 0, glm::two_pi<double>());
-        drawing_.setColour(colour, cover);
-        cairo_fill(drawing_.pen());
-    }
-
-    // Amber, darker at the rim and above, with fibres that run to the pupil.
-    void drawIris(glm::dvec2 middle)
-    {
-        constexpr double kRadius = 10.8;
-        constexpr int kRings = 24;
-        const std::array amber = {colour(0x200a02), colour(0xb85a10), colour(0xff9c28),
-                                  colour(0xffb648), colour(0xffd884)};
-        for (int ring = 0; ring <= kRings; ++ring) {
-            const float t = static_cast<float>(ring) / kRings;
-            const double lower = 3.4 * static_cast<double>(t); // light falls through, from above
-            drawDisc(middle + glm::dvec2(0.25 * lower, lower),
-                     kRadius * (1.0 - 0.9 * static_cast<double>(t)), ramp(amber, t));
-        }
-        cairo_t* pen = drawing_.pen();
-        cairo_set_line_width(pen, 0.45);
-        for (int i = 0; i < 36; ++i) {
-            const float angle = kFullTurn * static_cast<float>(i) / 36.0F;
-            const glm::dvec2 way(cosine(angle), sine(angle));
-            const double to = i % 3 == 0 ? 0.92 : 0.78;
-            cairo_move_to(pen, middle.x + 4.7 * way.x, middle.y + 4.7 * way.y);
-            cairo_line_to(pen, middle.x + to * kRadius * way.x, middle.y + to * kRadius * way.y);
-            drawing_.setColour(i % 2 == 0 ? colour(0x502000) : colour(0xffe0a0), 0.35F);
-            cairo_stroke(pen);
-        }
-        drawDisc(middle, 4.7, glm::vec3(0.0F));
-    }
-
-    // The wet rim of the lower lid, and the light on both lids' fur, which is what is left of an
-    // eye when pictures of it are shaken.
-    void drawLids()
-    {
-        drawing_.fillHair(
-            {
-                {14,  1   },
-                {11,  5.5 },
-                {6,   9   },
-                {0,   10.8},
-                {-6,  10.8},
-                {-12, 9   }
-        },
-            1.8F, colour(0xd08840), colour(0xffd090));
-    }
-
-    void drawEye(float side)
-    {
-        constexpr glm::dvec2 kGaze{0.6, 0.2};
-        cairo_t* pen = drawing_.pen();
-        const glm::vec2 middle = onFace(dog::kEye * glm::vec3(side, 1.0F, 1.0F));
-        cairo_save(pen);
-        cairo_translate(pen, middle.x, middle.y);
-        cairo_rotate(pen, dog::kHeadTilt + side * 0.10);
-        cairo_scale(pen, side * kEyeSize, kEyeSize);
-        for (int lid = 0; lid < 6; ++lid) {
-            addAlmond(1.30 - 0.05 * lid);
-            drawing_.setColour(0.3F * dog::kLeather, 0.35F);
-            cairo_fill(pen);
-        }
-        addAlmond(1.0);
-        cairo_save(pen);
-        cairo_clip(pen);
-        drawDisc({0, 0}, 30, colour(0x120703));
-        cairo_scale(pen, side, 1);
-        drawIris(kGaze);
-        cairo_scale(pen, side, 1);
-        // The upper lid's shadow.
-        for (int shadow = 0; shadow < 6; ++shadow) {
-            cairo_rectangle(pen, -20, -20, 40, 11.0 + 1.3 * shadow);
-            drawing_.setColour(glm::vec3(0.0F), 0.13F);
-            cairo_fill(pen);
-        }
-        cairo_restore(pen);
-        drawLids();
-        cairo_scale(pen, side, 1);
-        drawDisc({-3.0, -2.4}, 2.7, colour(0xfffaf0));
-        drawDisc({5.0, 4.6}, 1.1, colour(0xffd89c), 0.8F);
-        cairo_restore(pen);
-    }
-
-    dog::Solid solid_;
+    Solid solid_;
     Raster<Surface> surfaces_{kWidth * kFiner, kHeight* kFiner, Surface()};
-    dog::Drawing drawing_{kWidth, kHeight, kFiner};
+    Drawing drawing_{kWidth, kHeight, kFiner};
 };
 
 // The ground under the picture has darks of its own, so lit fur is brought close to full light and
