@@ -29,10 +29,19 @@ constexpr int kWhiskers = 22;
 constexpr int kJoints = 6; // of a hair
 constexpr unsigned kSeed = 1957;
 
-// Locks stand in tufts; sizes are in units of the dog's space.
+// Hairs close up into locks, and locks stand in tufts; sizes are in units of the dog's space.
 constexpr float kTuft = 0.22F;
+constexpr float kLongLock = 0.10F;
 constexpr float kLock = 0.065F;
-constexpr float kFineLock = 0.035F; // where the coat is short
+constexpr float kShortLock = 0.035F;
+
+float lockSize(const Coat& coat)
+{
+    if (coat.length > 24.0F) {
+        return kLongLock;
+    }
+    return coat.length > 14.0F ? kLock : kShortLock;
+}
 
 class Portrait {
 public:
@@ -134,6 +143,7 @@ private:
     struct Root {
         glm::vec2 place;
         Lock lock;
+        float size; // of the lock
         float fromNose;
     };
 
@@ -153,11 +163,11 @@ private:
             if (!surface.hit || coat.groom == glm::vec3(0.0F) || coat.bare > 0.3F) {
                 continue;
             }
-            const float size = glm::mix(kFineLock, kLock, softStep(8.0F, 20.0F, coat.length));
-            const Lock lock = lockAt(surface.place, size < 0.05F ? kFineLock : kLock, 1);
+            const float size = lockSize(coat);
+            const Lock lock = lockAt(surface.place, size, 1);
             // Whole locks lie over those behind them.
             const float fromNose = glm::length(solid_.toHead(lock.middle) - kNoseTip);
-            roots.push_back({place, lock, fromNose + random.between(0.0F, 0.03F)});
+            roots.push_back({place, lock, size, fromNose + random.between(0.0F, 0.03F)});
         }
         std::stable_sort(roots.begin(), roots.end(),
                          [](const Root& a, const Root& b) { return a.fromNose > b.fromNose; });
@@ -194,9 +204,8 @@ private:
             glm::normalize(coat.groom + aside * lean + surface.normal * (0.05F + 0.16F * shag));
 
         // Across a lock from -1 to 1: it is round, and deep at its sides.
-        const float size = coat.length > 14.0F ? kLock : kFineLock;
         const float offMiddle = glm::dot(surface.place - root.lock.middle, aside);
-        const float across = glm::clamp(2.0F * offMiddle / size, -1.0F, 1.0F);
+        const float across = glm::clamp(2.0F * offMiddle / root.size, -1.0F, 1.0F);
         const float acrossTuft =
             glm::clamp(2.0F * glm::dot(surface.place - tuft.middle, aside) / kTuft, -1.0F, 1.0F);
         const glm::vec3 normal = glm::normalize(
@@ -220,8 +229,8 @@ private:
 
         const float lockShade = 0.8F + 0.4F * unit(root.lock.number << 3U);
         const glm::vec3 shade =
-            strayColour(root.place, random) * random.between(0.75F, 1.25F) * lockShade;
-        const float deep = 1.0F - 0.55F * across * across * glm::min(1.0F, 0.4F + shag);
+            strayColour(root.place, random) * random.between(0.62F, 1.32F) * lockShade;
+        const float deep = 1.0F - 0.62F * across * across * glm::min(1.0F, 0.5F + shag);
         const glm::vec3 light = lightOnFur(surface, normal, hair, shade) * deep;
         drawing_.fillHair(joints, 0.9F + 0.35F * shag,
                           (0.6F - 0.35F * glm::min(1.0F, shag)) * light, 1.1F * light, 0.85F);

@@ -38,7 +38,7 @@ inline void drawDisc(Drawing& drawing, glm::dvec2 middle, double radius, glm::ve
 // Amber, darker at the rim and above, with fibres that run to the pupil.
 inline void drawIris(Drawing& drawing, glm::dvec2 middle)
 {
-    constexpr double kRadius = 10.8;
+    constexpr double kRadius = 11.2;
     constexpr int kRings = 24;
     const std::array amber = {colour(0x200a02), colour(0xb85a10), colour(0xff9c28),
                               colour(0xffb648), colour(0xffd884)};
@@ -85,7 +85,7 @@ inline void drawEye(Drawing& drawing, glm::dvec2 middle, float side)
     cairo_t* pen = drawing.pen();
     cairo_save(pen);
     cairo_translate(pen, middle.x, middle.y);
-    cairo_rotate(pen, kHeadTilt + side * 0.10);
+    cairo_rotate(pen, kHeadTilt + side * 0.20);
     cairo_scale(pen, side * kEyeSize, kEyeSize);
     for (int lid = 0; lid < 6; ++lid) {
         addAlmond(drawing, 1.30 - 0.05 * lid);
@@ -102,7 +102,7 @@ inline void drawEye(Drawing& drawing, glm::dvec2 middle, float side)
     // The upper lid's shadow.
     for (int shadow = 0; shadow < 6; ++shadow) {
         cairo_rectangle(pen, -20, -20, 40, 11.0 + 1.3 * shadow);
-        drawing.setColour(glm::vec3(0.0F), 0.13F);
+        drawing.setColour(glm::vec3(0.0F), 0.17F);
         cairo_fill(pen);
     }
     cairo_restore(pen);

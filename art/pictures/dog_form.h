@@ -82,7 +82,7 @@ inline const auto kBody = std::to_array<Form>({
     // Neck, the collar's sides, chest, shoulder.
     {{0.00, -0.55, -0.50}, {0.55, 0.70, 0.46}, {0.00,  0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 28, kDark}},
     {{0.48, -0.72, -0.40}, {0.36, 0.52, 0.36}, {0.00,  0.00,  0.25}, 0.16F, {{0.85, -1, 0.1}, 38, kWhite}},
-    {{0.00, -1.00, -0.08}, {0.56, 0.60, 0.42}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kWhite}},
+    {{0.00, -1.02,  0.04}, {0.58, 0.60, 0.46}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kWhite}},
     {{0.80, -1.45, -0.62}, {0.48, 0.62, 0.50}, {0.00,  0.00,  0.35}, 0.20F, {{0.5, -1, 0}, 30, kDark}},
 });
 // What is pressed into the head: the eyes' sockets, the ears' shells, the brow's furrow, the temples.
@@ -260,8 +260,7 @@ private:
                             softStep(0.05F, 0.15F, head.z));
         const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.5F, 0.7F);
         coat = glm::mix(coat, 1.2F * kTan, softStep(0.16F, 0.09F, glm::length(fromSpot)));
-        const glm::vec3 fromEye =
-            (folded - kEye - glm::vec3(0.01F, -0.01F, 0.0F)) * glm::vec3(1.0F, 1.7F, 0.6F);
+        const glm::vec3 fromEye = (folded - kEye) * glm::vec3(1.0F, 1.7F, 0.6F);
         return glm::mix(coat, 0.2F * kDark, softStep(0.155F, 0.115F, glm::length(fromEye)));
     }
 
