@@ -1,19 +1,20 @@
-// The quenta mark, engraved like a seal: a band knotted into five loops around a small sun, and the
-// word. Only the upper 96 rows are on screen. Pure black is what the scene takes out.
+// The quenta mark: the dog's eye in a whorl of its fur, which parts into five locks, and the word
+// with an engraver's shading. Only the upper 96 rows are on screen. Pure black is what the scene
+// takes out.
+#include "art/pictures/dog_drawing.h"
+#include "art/pictures/dog_eye.h"
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
+#include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 #include <glm/vec2.hpp>
-#include <limits>
-#include <optional>
 #include <vector>
 
 namespace {
@@ -21,141 +22,117 @@ namespace {
 constexpr int kWidth = 256;
 constexpr int kHeight = 128;
 constexpr int kFiner = 4; // drawn this much larger, then averaged
+constexpr unsigned kSeed = 5;
 
-constexpr glm::vec2 kSeal(49.0F, 48.0F);
-constexpr float kRim = 44.0F;
-constexpr int kTicks = 60;
-
-// The band follows this circle twice, swinging out and in five times.
-constexpr float kCircle = 25.0F;
-constexpr float kSwing = 9.5F;
-constexpr int kLoops = 5;
-constexpr float kBand = 4.6F;      // half its width
-constexpr float kBandLines = 2.5F; // from its middle to its edge
-constexpr float kGap = 1.4F;
-constexpr int kBandPlaces = 600;
+// The whorl, in pixels and turns.
+constexpr glm::vec2 kMiddle(49.0F, 48.0F);
+constexpr float kRoots = 11.5F; // where its fur begins
+constexpr float kTips = 45.0F;
+constexpr int kLocks = 5;
+constexpr int kStrands = 5;      // of a lock
+constexpr float kTwist = 0.24F;  // from the roots to the tips
+constexpr float kGather = 1.12F; // how far a lock narrows
+constexpr int kHairs = 5000;
+constexpr int kJoints = 9;
+constexpr double kHairGround = 3.6; // how wide the dark ground under a hair is
+constexpr double kIrisSize = 0.86;
 
 constexpr double kWordLeft = 106;
 constexpr double kWordBaseline = 66;
 constexpr double kCapHeight = 37;
-constexpr float kTail = 0.05F;    // how far the Q hangs below, in heights of a capital
-constexpr float kHatching = 2.6F; // from line to line
-constexpr double kGroundWidth = 2.5;
+constexpr double kGroundWidth = 2.0;
+constexpr double kShadeReach = 2.7; // to the right and down
+constexpr float kHatching = 2.0F;   // from line to line
 
-const std::array kAmber = {colour(0x1d0d04), colour(0x6b3a12), colour(0xc98a3a), colour(0xf3d79a),
-                           colour(0xfff6e0)};
-const glm::vec3 kGround = colour(0x0a0603); // never pure black
+const std::array kAmber = {colour(0x120803), colour(0x5c2c0e), colour(0xc0762c), colour(0xf2bf74),
+                           colour(0xfff0d2)};
+const glm::vec3 kIvory = colour(0xfbf0d8);
+const glm::vec3 kHatch = colour(0x9a5a24);
+const glm::vec3 kGround = colour(0x0c0704); // never pure black
+const glm::vec3 kToLight = glm::normalize(glm::vec3(-0.62F, -0.62F, 0.5F));
 
-struct BandPlace {
-    glm::vec2 place;
-    float height; // above 0 it passes over, below 0 under
+struct Hair {
+    float from; // its root's distance from the middle
+    float length;
+    int lock;
+    float across; // its lock, -1 to 1
+    float shade;
 };
 
-std::vector<BandPlace> bandPlaces()
+std::vector<Hair> hairs()
 {
-    std::vector<BandPlace> band;
-    for (int i = 0; i < kBandPlaces; ++i) {
-        const float angle = 2.0F * kFullTurn * static_cast<float>(i) / kBandPlaces;
-        const float swing = angle * kLoops / 2.0F;
-        const float radius = kCircle + kSwing * cosine(swing);
-        // A quarter turn on, so that one loop points up.
-        const glm::vec2 direction(sine(angle), -cosine(angle));
-        band.push_back({kSeal + radius * direction, sine(swing)});
+    Random random(kSeed);
+    std::vector<Hair> hairs;
+    for (int i = 0; i < kHairs; ++i) {
+        const float from = glm::mix(kRoots, kTips - 9.0F, random.next());
+        const float length = random.between(8.0F, 15.0F);
+        hairs.push_back(
+            {from, length, i % kLocks, random.between(-1.0F, 1.0F), random.between(0.7F, 1.25F)});
     }
-    return band;
+    // Fur that grows nearer to the middle lies over what is behind it.
+    std::stable_sort(hairs.begin(), hairs.end(),
+                     [](const Hair& a, const Hair& b) { return a.from > b.from; });
+    return hairs;
 }
 
-// What is engraved at a place: how far it is lit, and whether anything is there.
-struct Mark {
-    float tone = 0.0F;
-    float cover = 0.0F;
-};
-
-// 1 within half a width of the edge-on line, falling to 0 within about a pixel.
-float lineAt(float distance, float width)
+// A lock is round and so is each of its strands; hairs are dark at a strand's sides.
+void drawHair(const Hair& hair, dog::Drawing& fur, dog::Drawing& ground)
 {
-    return softStep(width / 2 + 0.35F, width / 2 - 0.35F, distance);
-}
+    const float strand = (hair.across + 1.0F) / 2.0F * kStrands;
+    const float strandMiddle = 2.0F * (std::floor(strand) + 0.5F) / kStrands - 1.0F;
+    const float offStrand = 2.0F * (strand - std::floor(strand)) - 1.0F;
+    const std::uint32_t number = hash(hair.lock, static_cast<int>(strand), 1);
+    const float reach = kTips - 13.0F * std::fabs(strandMiddle) - 2.0F * unit(number);
 
-// The place of the band that is nearest, or the nearest one far along the band from `other`.
-std::size_t nearestPlace(const std::vector<BandPlace>& band, glm::vec2 place,
-                         std::optional<std::size_t> other)
-{
-    std::size_t nearest = 0;
-    float distance = std::numeric_limits<float>::max();
-    for (std::size_t i = 0; i < band.size(); ++i) {
-        const std::size_t along = (i + band.size() - other.value_or(0)) % band.size();
-        const bool isSamePass = std::min(along, band.size() - along) < band.size() / 8;
-        const float here = glm::distance(place, band[i].place);
-        if (here < distance && !(other && isSamePass)) {
-            distance = here;
-            nearest = i;
-        }
+    std::vector<glm::vec2> joints;
+    for (int i = 0; i < kJoints; ++i) {
+        const float t = static_cast<float>(i) / (kJoints - 1);
+        const float radius = std::min(hair.from + hair.length * t, reach + 1.5F * t);
+        const float out = (radius - kRoots) / (kTips - kRoots);
+        const float across = glm::mix(hair.across, strandMiddle, 0.75F * out * out);
+        const float narrow = 1.22F - kGather * out;
+        const float turn = (static_cast<float>(hair.lock) + 0.5F * across * narrow) / kLocks +
+                           kTwist * std::sqrt(out);
+        joints.push_back(kMiddle +
+                         radius * glm::vec2(sine(turn * kFullTurn), -cosine(turn * kFullTurn)));
     }
-    return nearest;
-}
-
-// Lines along the band, which swell where it faces the light, between two bright edges.
-float bandTone(glm::vec2 way)
-{
-    const float distance = glm::length(way);
-    const float side = glm::dot(way, glm::vec2(-0.6F, -0.8F)) > 0.0F ? 1.0F : -1.0F;
-    const float facing = 0.5F + 0.5F * side * distance / kBand;
-    const float lines = distance / kBand * kBandLines;
-    const float offLine = std::fabs(lines - std::floor(lines) - 0.5F) / kBandLines * kBand;
-    const float edge = lineAt(std::fabs(distance - kBand + 0.5F), 1.0F);
-    const float inside = softStep(kBand, kBand - 0.4F, distance);
-    const float hatch = lineAt(offLine, 0.35F + 0.75F * facing);
-    return std::max(edge * (0.55F + 0.4F * facing), inside * hatch * (0.35F + 0.6F * facing));
-}
-
-// The pass of the band that is on top; it stands clear of the one below.
-Mark bandAt(const std::vector<BandPlace>& band, glm::vec2 place)
-{
-    const std::size_t first = nearestPlace(band, place, std::nullopt);
-    const std::size_t second = nearestPlace(band, place, first);
-    Mark top;
-    float highest = -2.0F;
-    for (const std::size_t i : {first, second}) {
-        const glm::vec2 way = place - band[i].place;
-        if (glm::length(way) < kBand + kGap && band[i].height > highest) {
-            highest = band[i].height;
-            top = {bandTone(way), 1.0F};
-        }
+    const glm::vec2 way = glm::normalize(joints.back() - joints.front());
+    const glm::vec2 aside(-way.y, way.x);
+    const glm::vec3 normal =
+        glm::normalize(glm::vec3(aside * (0.9F * hair.across + 0.5F * offStrand), 0.7F));
+    const float light = glm::max(0.0F, glm::dot(normal, kToLight));
+    const float deep = 1.0F - 0.6F * offStrand * offStrand;
+    const float tone =
+        (0.10F + 0.95F * light) * deep * (0.8F + 0.3F * unit(number << 7U)) * hair.shade;
+    fur.fillHair(joints, 1.2F, ramp(kAmber, 0.3F * tone), ramp(kAmber, tone));
+    for (const glm::vec2 joint : joints) {
+        cairo_line_to(ground.pen(), joint.x, joint.y);
     }
-    return top;
+    cairo_set_line_width(ground.pen(), kHairGround);
+    ground.setColour(glm::vec3(1.0F));
+    cairo_stroke(ground.pen());
 }
 
-Mark rimAt(glm::vec2 place)
+void drawEye(dog::Drawing& fur, dog::Drawing& ground)
 {
-    const glm::vec2 way = place - kSeal;
-    const float radius = glm::length(way);
-    const float angle = angleOf(way.x, way.y) / kFullTurn * kTicks;
-    const float offTick = offWhole(angle) * kFullTurn * radius / kTicks;
-    Mark mark;
-    const float ticks =
-        lineAt(offTick, 0.8F) * softStep(39.2F, 39.8F, radius) * softStep(42.2F, 41.6F, radius);
-    mark.tone =
-        std::max({0.9F * lineAt(std::fabs(radius - kRim), 1.3F), 0.6F * ticks,
-                  0.7F * lineAt(std::fabs(radius - 38.2F), 0.6F),
-                  // The sun in the middle, with two rings like those of a tree.
-                  softStep(3.6F, 2.9F, radius), 0.8F * lineAt(std::fabs(radius - 6.2F), 0.9F),
-                  0.55F * lineAt(std::fabs(radius - 9.0F), 0.7F)});
-    mark.cover = radius < kRim + 2.5F ? 1.0F : 0.0F;
-    return mark;
+    dog::drawDisc(ground, glm::dvec2(kMiddle), kRoots + 1.0, glm::vec3(1.0F));
+    cairo_t* pen = fur.pen();
+    cairo_save(pen);
+    cairo_translate(pen, kMiddle.x, kMiddle.y);
+    dog::drawDisc(fur, {0, 0}, kRoots + 1.0, kGround);
+    cairo_scale(pen, kIrisSize, kIrisSize);
+    dog::drawIris(fur, {0, 0});
+    dog::drawDisc(fur, {-3.2, -3.2}, 2.6, colour(0xfffaf0));
+    cairo_restore(pen);
 }
 
-GreyPicture wordMask(double groundWidth)
+// The word, grown by a distance and moved to the right and down.
+GreyPicture wordMask(double growth, double aside)
 {
-    VectorLayer layer(kWidth * kFiner, kHeight * kFiner);
-    cairo_scale(layer.pen(), kFiner, kFiner);
-    const double width = VectorLayer::widthOfType("QUENTA", kCapHeight, Weight::kBold);
-    layer.addType("QUENTA", kWordLeft, kWordBaseline, kCapHeight, Weight::kBold);
-    // Two rules as wide as the word.
-    cairo_rectangle(layer.pen(), kWordLeft, kWordBaseline + 6, width, 0.9);
-    cairo_rectangle(layer.pen(), kWordLeft, kWordBaseline - kCapHeight - 7, width, 0.9);
-    if (groundWidth > 0.0) {
-        cairo_set_line_width(layer.pen(), 2 * groundWidth);
+    VectorLayer layer(kWidth, kHeight);
+    layer.addType("QUENTA", kWordLeft + aside, kWordBaseline + aside, kCapHeight, Weight::kBold);
+    if (growth > 0.0) {
+        cairo_set_line_width(layer.pen(), 2 * growth);
         cairo_set_line_join(layer.pen(), CAIRO_LINE_JOIN_ROUND);
         cairo_stroke_preserve(layer.pen());
     }
@@ -163,39 +140,35 @@ GreyPicture wordMask(double groundWidth)
     return layer.coverage();
 }
 
-// The word is white at the top and is drawn in ever finer lines downwards.
-float wordTone(glm::vec2 place)
-{
-    const auto top = static_cast<float>(kWordBaseline - kCapHeight);
-    const float down = (place.y - top) / static_cast<float>(kCapHeight);
-    if (down < 0.0F || down > 1.0F + kTail) {
-        return 0.8F; // the rules
-    }
-    const float offLine = offWhole((place.y + 0.35F * place.x) / kHatching) * kHatching;
-    const float gap = 1.5F * softStep(0.25F, 1.0F, down);
-    const float hatch = 1.0F - lineAt(offLine, gap) * softStep(0.2F, 0.45F, down);
-    return (0.97F - 0.25F * down) * (0.42F + 0.58F * hatch);
-}
-
 void makeEmblem(const OutputFolder& folder)
 {
-    const std::vector<BandPlace> band = bandPlaces();
-    const GreyPicture word = wordMask(0.0);
-    const GreyPicture wordGround = wordMask(kGroundWidth);
-    Picture fine(kWidth * kFiner, kHeight * kFiner);
-    fine.fill([&](int x, int y) {
-        const glm::vec2 place = (glm::vec2(x, y) + 0.5F) / static_cast<float>(kFiner);
-        const Mark rim = rimAt(place);
-        const Mark knot = rim.cover > 0.0F ? bandAt(band, place) : Mark{};
-        const float tone =
-            std::max(knot.cover > 0.0F ? knot.tone : rim.tone, word.at(x, y) * wordTone(place));
-        const float cover = std::max(rim.cover, wordGround.at(x, y));
-        return glm::vec4(glm::mix(kGround, ramp(kAmber, tone), softStep(0.0F, 0.2F, tone)), cover);
-    });
-    Picture picture = fine.shrunk(kFiner);
+    dog::Drawing fur(kWidth, kHeight, kFiner);
+    dog::Drawing furGround(kWidth, kHeight, kFiner);
+    for (const Hair& hair : hairs()) {
+        drawHair(hair, fur, furGround);
+    }
+    drawEye(fur, furGround);
+    const Picture whorl = fur.picture();
+    const Picture whorlGround = furGround.picture();
+    folder.keepStage(whorl, "emblem-1-whorl.tga");
+
+    const GreyPicture word = wordMask(0.0, 0.0);
+    const GreyPicture around = wordMask(1.0, 0.0);
+    const GreyPicture shade = wordMask(0.0, kShadeReach);
+    const GreyPicture ground = wordMask(kGroundWidth, 0.0);
+    const GreyPicture shadeGround = wordMask(kGroundWidth, kShadeReach);
+    Picture picture(kWidth, kHeight);
     picture.fill([&](int x, int y) {
-        const glm::vec4 pixel = picture.at(x, y);
-        return glm::vec4(pixel.a > 0.5F ? glm::vec3(pixel) : glm::vec3(0.0F), 1.0F);
+        const float cover =
+            std::max({whorlGround.at(x, y).r, ground.at(x, y), shadeGround.at(x, y)});
+        if (cover < 0.5F) {
+            return glm::vec4(0.0F, 0.0F, 0.0F, 1.0F);
+        }
+        const float line = offWhole(static_cast<float>(y) / kHatching) > 0.25F ? 1.0F : 0.25F;
+        const float hatch = line * shade.at(x, y) * (1.0F - around.at(x, y));
+        glm::vec3 pixel = glm::max(kGround, glm::vec3(whorl.at(x, y)));
+        pixel = glm::mix(pixel, kHatch, hatch);
+        return glm::vec4(glm::mix(pixel, kIvory, word.at(x, y)), 1.0F);
     });
     folder.write(picture, 32, "quentalogo.tga");
 }
