@@ -1,5 +1,8 @@
-// The tube's skin: glossy orange beads, packed so that smaller ones fill the gaps between larger
-// ones. It tiles.
+// The tube's skin: glossy beads, orange and gold with some of red and of night blue, packed so that
+// each touches two others. They are spheres, and each mirrors its neighbours and the sky. It tiles.
+//
+// The tube draws the picture out along its length where the viewer sees most of it, so the beads
+// are packed in a taller room that is then pressed into the picture's height.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
@@ -14,145 +17,250 @@
 namespace {
 
 constexpr int kSize = 256;
-constexpr int kFiner = 3; // pixels computed to one of the picture's, each way
-constexpr int kFineSize = kSize * kFiner;
-constexpr int kSeed = 5;
+constexpr int kFiner = 3; // rays to a pixel, each way
+constexpr int kRays = kSize * kFiner;
+constexpr int kSeed = 8;
 
-// Radii, in the picture's pixels.
-constexpr float kLargest = 10.5F;
-constexpr float kSmallest = 1.6F;
+// The room the beads lie in; one unit is a pixel's width.
+constexpr int kRoomHeight = 344;
+const glm::vec2 kRoom{kSize, kRoomHeight};
+
+// Radii: a bead is of one of three sizes, and grains fill what is left.
+constexpr std::array kRadii = {11.0F, 7.0F, 4.2F, 2.4F};
+constexpr float kUneven = 0.10F;  // how far a radius is from its size
 constexpr float kSqueeze = 1.05F; // beads press into one another a little
+constexpr float kSunken = 0.45F;  // how high a bead's middle lies, in radii
+constexpr float kVein = 8.0F;     // how far the lacquer's veins lie apart
+constexpr float kReach = 30.0F;   // how far beads shade and mirror each other
 
-constexpr glm::vec3 kLamp{-0.45F, -0.62F, 0.64F};
-constexpr glm::vec3 kBounce{0.5F, 0.7F, 0.25F};
-constexpr int kLongestShadow = 12;
+// Up in the picture is toward the viewer, who carries the lamp.
+const glm::vec3 kLamp = glm::normalize(glm::vec3(-0.30F, -0.58F, 0.76F));
+const glm::vec3 kBounce = glm::normalize(glm::vec3(0.35F, 0.85F, 0.10F));
 
-const std::array kLacquers = {colour(0xf06a10), colour(0xff8a18), colour(0xe04e0c),
-                              colour(0xffa428), colour(0xf47612), colour(0xc83c0a)};
-const glm::vec3 kGap = colour(0x120402);
-const glm::vec3 kGlint = colour(0xfff0d8);
-const glm::vec3 kSky = colour(0xe8d8d8);
-const glm::vec3 kWarmBounce = colour(0xff9030);
+struct Lacquer {
+    glm::vec3 shallow; // where the lamp strikes it
+    glm::vec3 deep;    // in its own shade
+    float share;
+};
+const std::array kLacquers = {
+    Lacquer{colour(0xffb838), colour(0xc04804), 0.27F},
+    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.36F},
+    Lacquer{colour(0xff6814), colour(0x981804), 0.22F},
+    Lacquer{colour(0xdc2c14), colour(0x640408), 0.09F},
+    Lacquer{colour(0x583888), colour(0x1c1038), 0.06F},
+};
+const glm::vec3 kGap = colour(0x0c0306);
+const glm::vec3 kSoftbox = colour(0xfff6e6);
+const glm::vec3 kColdSky = colour(0x8fb0ff);
+const glm::vec3 kViolet = colour(0x4a34a0);
+const glm::vec3 kEmber = colour(0xff5a14);
 
 struct Bead {
-    glm::vec2 centre;
+    glm::vec3 middle;
     float radius;
-    glm::vec3 lacquer;
+    Lacquer lacquer;
 };
 
-glm::vec2 wayTo(glm::vec2 to, glm::vec2 from)
+const Lacquer& pickLacquer(float chance)
 {
-    return shortestWay(to - from, glm::vec2(kSize));
+    for (const Lacquer& lacquer : kLacquers) {
+        chance -= lacquer.share;
+        if (chance < 0.0F) {
+            return lacquer;
+        }
+    }
+    return kLacquers.front();
 }
 
-// Puts a bead into the largest gap there is, until the gaps are too small.
+// How far a place is from the rims of the two beads nearest to it.
+struct Gaps {
+    float nearest = 1000.0F;
+    float second = 1000.0F;
+
+    void add(float gap)
+    {
+        second = glm::min(second, glm::max(nearest, gap));
+        nearest = glm::min(nearest, gap);
+    }
+};
+
+// The place where a bead of this radius fits and lies closest to two others; none if x is negative.
+glm::ivec2 snuggest(const Raster<Gaps>& gaps, float radius)
+{
+    glm::ivec2 best(-1);
+    float least = 10000.0F;
+    for (int y = 0; y < gaps.height(); ++y) {
+        for (int x = 0; x < gaps.width(); ++x) {
+            const Gaps& here = gaps.at(x, y);
+            if (here.nearest >= radius && here.nearest + here.second < least) {
+                least = here.nearest + here.second;
+                best = glm::ivec2(x, y);
+            }
+        }
+    }
+    return best;
+}
+
 std::vector<Bead> packBeads()
 {
     std::vector<Bead> beads;
     Random random(kSeed);
-    GreyPicture room(kSize, kSize);
-    room.fill([&](int /*x*/, int /*y*/) { return kLargest + random.between(0.0F, 1.0F); });
-    for (;;) {
-        Bead bead{
-            {0.0F, 0.0F},
-            0.0F, kLacquers[beads.size() % kLacquers.size()]
-        };
-        for (int y = 0; y < kSize; ++y) {
+    Raster<Gaps> gaps(kSize, kRoomHeight, Gaps());
+    std::size_t smallest = 0; // of the sizes that may still fit
+    while (smallest < kRadii.size()) {
+        const float chance = random.next();
+        const std::size_t wanted = chance < 0.34F ? 0 : chance < 0.72F ? 1 : 2;
+        const std::size_t size = glm::max(wanted, smallest);
+        const float radius = kRadii[size] * (1.0F + kUneven * random.between(-1.0F, 1.0F));
+        const glm::ivec2 place = snuggest(gaps, radius);
+        if (place.x < 0) {
+            smallest = size == smallest ? smallest + 1 : smallest;
+            continue;
+        }
+        const float height = radius * (kSunken + random.between(-0.15F, 0.15F));
+        beads.push_back({glm::vec3(place, height), radius, pickLacquer(random.next())});
+        for (int y = 0; y < kRoomHeight; ++y) {
             for (int x = 0; x < kSize; ++x) {
-                if (room.at(x, y) > bead.radius) {
-                    bead.centre = glm::vec2(x, y);
-                    bead.radius = room.at(x, y);
-                }
+                const glm::vec2 way = shortestWay(glm::vec2(x, y) - glm::vec2(place), kRoom);
+                gaps.at(x, y).add(glm::length(way) - radius);
             }
         }
-        if (bead.radius < kSmallest) {
-            return beads;
-        }
-        bead.radius = glm::min(bead.radius, kLargest * random.between(0.62F, 1.0F));
-        room.fill([&](int x, int y) {
-            const float away = glm::length(wayTo(glm::vec2(x, y), bead.centre)) - bead.radius;
-            return glm::min(room.at(x, y), away);
-        });
-        beads.push_back(bead);
     }
+    return beads;
 }
 
-// What the viewer sees at a fine pixel: how high it lies and which bead it is.
-struct Top {
-    float height = 0.0F; // in the picture's pixels; 0 between the beads
-    int bead = -1;
+// The beads as a place sees them: those within reach, brought to its side of the borders.
+std::vector<Bead> around(const std::vector<Bead>& beads, glm::vec2 place)
+{
+    std::vector<Bead> near;
+    for (const Bead& bead : beads) {
+        const glm::vec2 way = shortestWay(glm::vec2(bead.middle) - place, kRoom);
+        if (glm::length(way) - bead.radius < kReach) {
+            near.push_back(bead);
+            near.back().middle = glm::vec3(place + way, bead.middle.z);
+            near.back().radius *= kSqueeze;
+        }
+    }
+    return near;
+}
+
+// The first bead that a ray meets, and how far away; null if it meets none.
+struct Hit {
+    const Bead* bead = nullptr;
+    float way = 0.0F;
 };
 
-Raster<Top> pileUp(const std::vector<Bead>& beads)
+Hit trace(const std::vector<Bead>& beads, glm::vec3 from, glm::vec3 heading, const Bead* without)
 {
-    Raster<Top> tops(kFineSize, kFineSize, Top());
-    for (int i = 0; i < static_cast<int>(beads.size()); ++i) {
-        const Bead& bead = beads[static_cast<std::size_t>(i)];
-        const glm::ivec2 middle(bead.centre * static_cast<float>(kFiner));
-        const int reach = static_cast<int>(bead.radius * kSqueeze * kFiner) + 1;
-        for (int aside = -reach; aside <= reach; ++aside) {
-            for (int above = -reach; above <= reach; ++above) {
-                const glm::vec2 off = glm::vec2(aside, above) / (bead.radius * kSqueeze * kFiner);
-                const float height =
-                    bead.radius * std::sqrt(glm::max(0.0F, 1.0F - glm::dot(off, off)));
-                Top& top =
-                    tops.at(wrap(middle.x + aside, kFineSize), wrap(middle.y + above, kFineSize));
-                top = height > top.height ? Top{height, i} : top;
-            }
+    Hit hit;
+    for (const Bead& bead : beads) {
+        const glm::vec3 toMiddle = bead.middle - from;
+        const float along = glm::dot(toMiddle, heading);
+        const float inside =
+            bead.radius * bead.radius - glm::dot(toMiddle, toMiddle) + along * along;
+        if (&bead == without || along <= 0.0F || inside <= 0.0F) {
+            continue;
+        }
+        const float way = along - std::sqrt(inside);
+        if (hit.bead == nullptr || way < hit.way) {
+            hit = {&bead, way};
         }
     }
-    return tops;
+    return hit;
 }
 
-// How much of the lamp reaches a place: beads that stand higher on the way there take it.
-float litness(const Raster<Top>& tops, int x, int y)
+// How much of the sky the neighbours leave open: each takes the share that a sphere takes.
+float openness(const std::vector<Bead>& beads, glm::vec3 place, glm::vec3 normal, const Bead* self)
 {
-    const glm::vec3 toLamp = glm::normalize(kLamp);
-    const float rise = toLamp.z / glm::length(glm::vec2(toLamp));
-    const glm::vec2 heading = glm::normalize(glm::vec2(toLamp));
+    float open = 1.0F;
+    for (const Bead& bead : beads) {
+        if (&bead != self) {
+            const glm::vec3 way = bead.middle - place;
+            const float distance = glm::length(way);
+            const float share = bead.radius * bead.radius / (distance * distance);
+            const float facing = glm::max(0.0F, glm::dot(normal, way / distance));
+            open *= 1.0F - 0.85F * glm::min(1.0F, share) * facing;
+        }
+    }
+    return open;
+}
+
+// How much of the lamp gets past the neighbours; their shadows' edges soften with distance.
+float litness(const std::vector<Bead>& beads, glm::vec3 place, const Bead* self)
+{
     float lit = 1.0F;
-    for (int i = 1; i < kLongestShadow; ++i) {
-        const auto way = static_cast<float>(i);
-        const glm::ivec2 step(glm::round(heading * way * static_cast<float>(kFiner)));
-        const float above = tops.wrapped(x + step.x, y + step.y).height;
-        const float over = above - tops.at(x, y).height - way * rise;
-        lit = glm::min(lit, 1.0F - glm::clamp(over / 3.0F, 0.0F, 1.0F));
+    for (const Bead& bead : beads) {
+        const glm::vec3 way = bead.middle - place;
+        const float along = glm::dot(way, kLamp);
+        if (&bead != self && along > 0.0F) {
+            const float aside = std::sqrt(glm::max(0.0F, glm::dot(way, way) - along * along));
+            const float blur = 0.8F + 0.16F * along;
+            lit = glm::min(lit, softStep(-blur, blur, aside - bead.radius));
+        }
     }
     return lit;
 }
 
-glm::vec3 shadeBead(const Bead& bead, glm::vec2 off, float lit)
+// The lacquer without its mirroring.
+glm::vec3 bodyAt(const Bead& bead, glm::vec3 normal, float lit, float open)
 {
-    const glm::vec3 normal(off, std::sqrt(glm::max(0.0F, 1.0F - glm::dot(off, off))));
-    const float key = matt(normal, kLamp) * (0.25F + 0.75F * lit);
-    const float bounce = power(matt(normal, kBounce), 1.5F);
-    const float edge = power(1.0F - normal.z, 3.0F);
-    const float contact = softStep(0.0F, 0.45F, normal.z);
-    const float glint = softStep(0.45F, 0.90F, glossy(normal, kLamp, 26.0F)) * lit;
-    const float sheen = 0.35F * glossy(normal, kLamp, 7.0F) * lit;
-    const glm::vec3 depth = bead.lacquer * bead.lacquer; // lacquer is redder where it is darker
-    const glm::vec3 body = glm::mix(depth * 0.35F, bead.lacquer, key) * contact;
-    return body + bead.lacquer * sheen + kWarmBounce * 0.30F * bounce * contact +
-           kSky * 0.30F * edge * contact + kGlint * glint;
+    const float key = glm::max(0.0F, glm::dot(normal, kLamp)) * (0.2F + 0.8F * lit);
+    const float glow = power(glm::max(0.0F, glm::dot(normal, kBounce)), 2.0F);
+    const float veins = ridgedNoise(glm::vec2(bead.middle + normal * bead.radius) / kVein,
+                                    glm::ivec2(kRoom / kVein), 2, kSeed);
+    const float depth = softStep(-0.1F, 0.70F, key) - 0.22F * (1.0F - veins);
+    const glm::vec3 body =
+        glm::mix(bead.lacquer.deep * 0.5F, bead.lacquer.shallow, glm::clamp(depth, 0.0F, 1.0F));
+    return body * (0.45F + 0.80F * open) + bead.lacquer.shallow * kEmber * 0.75F * glow * open +
+           kViolet * (0.12F + 0.20F * (1.0F - key)) * open;
+}
+
+// What lies beyond the beads: a broad lamp with soft edges, a cold light low on the far side.
+glm::vec3 skyAt(glm::vec3 heading)
+{
+    const float lamp = softStep(0.88F, 0.94F, glm::dot(heading, kLamp));
+    const float low = softStep(0.85F, 0.40F, heading.z) * softStep(-0.20F, 0.6F, heading.y);
+    return kSoftbox * 9.0F * lamp + kColdSky * 3.0F * low + kViolet * 0.8F;
+}
+
+glm::vec3 shade(const std::vector<Bead>& beads, const Bead& bead, glm::vec3 place)
+{
+    const glm::vec3 normal = (place - bead.middle) / bead.radius;
+    const float lit = litness(beads, place, &bead);
+    const float open = openness(beads, place, normal, &bead);
+    const float shine = 0.12F + 0.85F * power(1.0F - glm::clamp(normal.z, 0.0F, 1.0F), 3.5F);
+    const glm::vec3 heading = 2.0F * normal.z * normal - glm::vec3(0.0F, 0.0F, 1.0F);
+
+    const Hit mirrored = trace(beads, place, heading, &bead);
+    glm::vec3 image = skyAt(heading) * open;
+    if (mirrored.bead != nullptr) {
+        const glm::vec3 there = place + heading * mirrored.way;
+        const glm::vec3 facing = (there - mirrored.bead->middle) / mirrored.bead->radius;
+        image = bodyAt(*mirrored.bead, facing, litness(beads, there, mirrored.bead), 0.6F);
+    }
+    return bodyAt(bead, normal, lit, open) + shine * image;
 }
 
 void makeBeads(const OutputFolder& folder)
 {
     const std::vector<Bead> beads = packBeads();
-    const Raster<Top> tops = pileUp(beads);
-    Picture fine(kFineSize, kFineSize);
-    fine.fill([&](int x, int y) {
-        const Top& top = tops.at(x, y);
-        if (top.bead < 0) {
-            return glm::vec4(kGap, 1.0F);
+    Picture picture(kSize, kSize);
+    const glm::vec2 spacing = kRoom / static_cast<float>(kRays);
+    picture.fill([&](int x, int y) {
+        const std::vector<Bead> near =
+            around(beads, glm::vec2(x, y) * kRoom / static_cast<float>(kSize));
+        glm::vec3 sum(0.0F);
+        for (int i = 0; i < kFiner * kFiner; ++i) {
+            const glm::vec2 fine(x * kFiner + i % kFiner, y * kFiner + i / kFiner);
+            const glm::vec3 eye(fine * spacing, 100.0F);
+            const Hit hit = trace(near, eye, glm::vec3(0.0F, 0.0F, -1.0F), nullptr);
+            const glm::vec3 seen =
+                hit.bead == nullptr ? kGap : shade(near, *hit.bead, eye - glm::vec3(0, 0, hit.way));
+            sum += glm::clamp(seen, 0.0F, 1.0F);
         }
-        const Bead& bead = beads[static_cast<std::size_t>(top.bead)];
-        const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kFiner);
-        const glm::vec2 off = wayTo(place, bead.centre) / (bead.radius * kSqueeze);
-        const glm::vec3 shaded = shadeBead(bead, off, litness(tops, x, y));
-        return glm::vec4(glm::clamp(shaded, 0.0F, 1.0F), 1.0F);
+        return glm::vec4(sum / static_cast<float>(kFiner * kFiner), 1.0F);
     });
-    folder.write(fine.shrunk(kFiner), 24, "oranssipallotexture2.tga");
+    folder.write(picture, 24, "oranssipallotexture2.tga");
 }
 
 } // namespace

@@ -1,5 +1,9 @@
-// The light inside the tube, looked up by the direction that the wall faces: a warm lamp, a cold
-// edge behind it and darkness between. It multiplies the tube's skin.
+// The light inside the tube, looked up by the direction that the wall faces and by how deep it
+// lies: a broad warm lamp and, across from it, a cold one, with darkness between.
+//
+// Nearly all of it changes from top to bottom alone. Where the tube closes, its last strip runs
+// through the picture's whole width within a few pixels; whatever changes from left to right shows
+// there as a line.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
@@ -13,39 +17,48 @@ namespace {
 constexpr int kSize = 256;
 constexpr int kSeed = 21;
 
-constexpr glm::vec2 kLamp{0.40F, 0.42F}; // shares of the picture
-constexpr int kRipples = 6;              // across the picture
+// Shares of the picture's height.
+constexpr float kWarmPlace = 0.215F;
+constexpr float kWarmReach = 0.18F;
+constexpr float kColdPlace = 0.79F;
+constexpr float kColdReach = 0.14F;
+constexpr float kEmberPlace = 0.53F;
+constexpr float kEmberReach = 0.10F;
+constexpr float kSway = 0.012F; // of all of them, from left to right
 
-const std::array kWarm = {colour(0x20130f), colour(0x583a24), colour(0xb88850),
-                          colour(0xffc468), colour(0xfff0c8), colour(0xffffff)};
-const glm::vec3 kCold = colour(0x9cc8ff);
+constexpr float kStreaks = 0.05F; // how much they brighten and darken the lamps
 
-// Closeness to the lamp on a picture that tiles: 1 under it, 0 farthest away.
-float closeness(glm::vec2 fromLamp)
+const std::array kWarm = {colour(0x000000), colour(0x34141c), colour(0x844422),
+                          colour(0xe4a450), colour(0xffdc94), colour(0xfff8e4)};
+const std::array kCold = {colour(0x000000), colour(0x120a3c), colour(0x38309c), colour(0x7078f0),
+                          colour(0xc4d8ff)};
+const glm::vec3 kEmber = colour(0x501412);
+const glm::vec3 kDarkness = colour(0x1a0f26);
+
+// How near a place is to a lamp: 1 at it, 0 where it ends.
+float nearness(float place, float lamp, float reach)
 {
-    return 0.5F + 0.25F * (cosine(kFullTurn * fromLamp.x) + cosine(kFullTurn * fromLamp.y));
+    return softStep(reach, 0.0F, offWhole(place - lamp));
 }
 
 glm::vec3 lightAt(glm::vec2 place)
 {
-    const glm::ivec2 period(kRipples);
-    const glm::vec2 ripples = place * static_cast<float>(kRipples);
-    const glm::vec2 bend(noise(ripples, period, kSeed), noise(ripples, period, kSeed + 1));
-    const glm::vec2 fromLamp = place + 0.02F * bend - kLamp;
-    const float caustic = power(ridgedNoise(ripples, period, 2, kSeed + 2), 4.0F);
-    const float warm = softStep(0.36F, 0.98F, closeness(fromLamp)) * (0.85F + 0.25F * caustic);
-
-    const float offEdge = (closeness(fromLamp) - 0.21F) / 0.085F;
-    const float below = 0.5F + 0.5F * sine(kFullTurn * (fromLamp.x + fromLamp.y - 0.12F));
-    const float edge = exponential(-offEdge * offEdge) * below;
-    return ramp(kWarm, warm) + kCold * edge * (0.95F + 0.4F * caustic);
+    const glm::ivec2 period(2, 12);
+    const float streak = kStreaks * noise(place * glm::vec2(period), period, kSeed);
+    const float sway = kSway * sine(kFullTurn * place.x);
+    const float warm = nearness(place.y + sway, kWarmPlace, kWarmReach) + streak;
+    const float cold = nearness(place.y - sway, kColdPlace, kColdReach) + streak;
+    const float ember = nearness(place.y + sway, kEmberPlace, kEmberReach);
+    return ramp(kWarm, warm) + ramp(kCold, cold) + kEmber * ember +
+           kDarkness * (1.0F - warm) * (1.0F - cold);
 }
 
 void makeLight(const OutputFolder& folder)
 {
     Picture picture(kSize, kSize);
     picture.fill([](int x, int y) {
-        return glm::vec4(lightAt(glm::vec2(x, y) / static_cast<float>(kSize)), 1.0F);
+        const glm::vec3 light = lightAt(glm::vec2(x, y) / static_cast<float>(kSize));
+        return glm::vec4(glm::min(light, 1.0F), 1.0F);
     });
     folder.write(picture, 24, "valo.tga");
 }
