@@ -21,6 +21,9 @@ constexpr int kSize = 512;
 // The tile is shown over 640 x 272 pixels. All geometry is in these, so that rings stay round.
 constexpr glm::vec2 kScreen(640.0F, 272.0F);
 constexpr glm::vec2 kPixelsPerTexel = kScreen / static_cast<float>(kSize);
+// The tile's corner, which the warp pins to the screen's. So the cut follows no ring, and broad
+// years lie where the pictures over this one are.
+constexpr glm::vec2 kCorner(280.0F, 59.5F);
 
 // Where rings begin.
 struct Heart {
@@ -147,7 +150,7 @@ std::vector<Year> growYears()
         const bool broad = group % 2 == 0;
         const auto& widths = broad ? kBroadYears : kNarrowYears;
         const int count = static_cast<int>(broad ? random.between(2, 5) : random.between(4, 7));
-        const float paleness = broad ? random.between(0.1F, 0.3F) : random.between(-0.25F, 0.0F);
+        const float paleness = broad ? random.between(0.08F, 0.2F) : random.between(-0.18F, 0.0F);
         for (int i = 0; i < count; ++i) {
             const float width = random.between(widths[0], widths[1]);
             years.push_back({age, width, paleness + random.between(-0.1F, 0.1F)});
@@ -238,7 +241,7 @@ void cutWood(Wood& wood)
     const glm::ivec2 embers(16, 7);
     for (int y = 0; y < kSize; ++y) {
         for (int x = 0; x < kSize; ++x) {
-            const glm::vec2 place = glm::vec2(x, y) * kPixelsPerTexel;
+            const glm::vec2 place = kCorner + glm::vec2(x, y) * kPixelsPerTexel;
             const Growth growth = growthAt(bent(place), heads);
             const Year& year = yearAt(years, growth.age);
             const Year& before = yearAt(years, year.start - 0.1F);
@@ -262,10 +265,10 @@ void cutWood(Wood& wood)
             const float crack =
                 std::max(crackDepth(cracks, growth, place), pocketDepth(growth, year, place));
             wood.crack.at(x, y) = crack;
-            wood.heat.at(x, y) = crack * crack * glm::clamp(glow + 0.2F, 0.0F, 1.0F);
+            wood.heat.at(x, y) = crack * crack * glm::clamp(glow + 0.3F, 0.0F, 1.0F);
             wood.knot.at(x, y) = growth.knot;
-            wood.tone.at(x, y) = 0.55F + paleness + 0.55F * blotch + 0.12F * ray + 0.1F * grain -
-                                 0.5F * late - 0.2F * growth.knot;
+            wood.tone.at(x, y) = 0.52F + paleness + 0.55F * blotch + 0.12F * ray + 0.1F * grain -
+                                 0.42F * late - 0.2F * growth.knot;
             wood.height.at(x, y) = 2.2F * late * late + 0.6F * ray + 0.5F * grain - 5.0F * crack;
         }
     }
