@@ -250,7 +250,7 @@ glm::vec3 glow(const Shine& shine)
 {
     const float large = shine.form * shine.form;
     const float heat = power(shine.key, 2.6F) * (0.2F + large);
-    const glm::vec3 flesh = glm::mix(0.36F * kViolet, 0.66F * kRose, softStep(0.1F, 0.9F, heat));
+    const glm::vec3 flesh = glm::mix(0.34F * kViolet, 0.6F * kRose, softStep(0.1F, 0.9F, heat));
     const glm::vec3 thread =
         glm::mix(kViolet, glm::mix(kRose, kHot, large * shine.signal), softStep(0.1F, 0.6F, heat));
     const glm::vec3 light = flesh * shine.body * (0.07F + 0.93F * heat) +

@@ -46,18 +46,22 @@ struct End {
     float light;
 };
 
-// Draws a thread that trembles a little, its width and its light going from one end's to the
-// other's.
+// A thread's place at t (0 to 1): it trembles a little about its curve.
+inline glm::vec2 threadAt(const std::array<glm::vec2, 4>& curve, float t, int seed)
+{
+    const float wave = t * 12.0F;
+    const glm::vec2 tremble(noise({wave, 0.5F}, {64, 8}, seed), noise({wave, 3.5F}, {64, 8}, seed));
+    return along(curve, t) + 1.3F * tremble;
+}
+
+// Draws a thread, its width and its light going from one end's to the other's.
 inline void addThread(GreyPicture& picture, int fine, int seed,
                       const std::array<glm::vec2, 4>& curve, End from, End to)
 {
     constexpr int kDots = 600;
     for (int i = 0; i <= kDots; ++i) {
         const float t = static_cast<float>(i) / kDots;
-        const float wave = t * 12.0F;
-        const glm::vec2 tremble(noise({wave, 0.5F}, {64, 8}, seed),
-                                noise({wave, 3.5F}, {64, 8}, seed));
-        addGlow(picture, fine, along(curve, t) + 1.3F * tremble, glm::mix(from.width, to.width, t),
+        addGlow(picture, fine, threadAt(curve, t, seed), glm::mix(from.width, to.width, t),
                 glm::mix(from.light, to.light, t));
     }
 }
@@ -69,9 +73,9 @@ inline GreyPicture drawNerves(int fine, int seed)
     Random random(static_cast<unsigned>(seed));
     for (int i = 0; i < kNerves; ++i) {
         const float side = 2.0F * static_cast<float>(i) / (kNerves - 1) - 1.0F; // -1 left, 1 right
-        const float light = random.between(0.6F, 1.0F);
+        const float light = random.between(0.7F, 1.0F);
         const End bright{0.72F, light};
-        const End deep{0.72F, 0.5F * light};
+        const End deep{0.72F, 0.6F * light};
 
         // In the stem, from its waist up to where it enters the lobes.
         const glm::vec2 waist(159.0F + 8.0F * side, 212.0F);
@@ -93,9 +97,12 @@ inline GreyPicture drawNerves(int fine, int seed)
         const glm::vec2 spark =
             glm::vec2(132, 112) + outward * glm::vec2(100, 84) * random.between(0.55F, 0.95F);
         const glm::vec2 rise = root - glm::vec2(6.0F - 8.0F * side, 46.0F);
-        addThread(nerves, fine, seed + kNerves + i, {root, rise, spark - 38.0F * outward, spark},
-                  deep, {0.62F, light});
-        addGlow(nerves, fine, spark, 1.8F, 1.0F);
+        const std::array curve{root, rise, spark - 38.0F * outward, spark};
+        addThread(nerves, fine, seed + kNerves + i, curve, deep, {0.66F, light});
+        addGlow(nerves, fine, spark, 2.1F, 1.0F);
+        // A signal on its way.
+        const float t = random.between(0.25F, 0.8F);
+        addGlow(nerves, fine, threadAt(curve, t, seed + kNerves + i), 1.5F, 1.0F);
     }
     return nerves;
 }
