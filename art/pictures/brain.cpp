@@ -61,7 +61,7 @@ GreyPicture closing(std::span<const Point> points, double widest)
 }
 
 // How high a membrane over an outline stands when it is blown up (Poisson's equation, solved by
-// over-relaxation), steepened so that it is upright at the rim. From 0 to about 1.
+// over-relaxation), steepened so that it is upright at the rim. 1 is more than the highest.
 GreyPicture swollen(const GreyPicture& outline)
 {
     constexpr int kPasses = 500;
@@ -296,7 +296,8 @@ void makeBrain(const OutputFolder& folder)
         stage.fill([&](int x, int y) { return valueAt(shines.at(x, y)); });
         folder.keepStage(stage, name);
     };
-    folder.keepStage(swelling, "brain-1-lobes.tga");
+    relief.fill([&](int x, int y) { return 1.5F * swelling.at(x, y); });
+    folder.keepStage(relief, "brain-1-lobes.tga");
     folder.keepStage(folds, "brain-2-folds.tga");
     keep("brain-3-light.tga", [](const Shine& shine) { return shine.key * shine.body; });
     keep("brain-4-threads.tga",
