@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kSize = 256;
 constexpr int kFiner = 3; // rays to a pixel, each way
-constexpr int kRays = kSize * kFiner;
 constexpr int kSeed = 8;
 
 // The room the beads lie in; one unit is a pixel's width.
@@ -31,7 +30,9 @@ constexpr float kUneven = 0.10F;  // how far a radius is from its size
 constexpr float kSqueeze = 1.05F; // beads press into one another a little
 constexpr float kSunken = 0.45F;  // how high a bead's middle lies, in radii
 constexpr float kVein = 8.0F;     // how far the lacquer's veins lie apart
-constexpr float kReach = 30.0F;   // how far beads shade and mirror each other
+constexpr float kEyeHeight = 100.0F;
+constexpr float kMirroredOpenness = 0.6F; // of the sky, as beads in a mirror see it
+constexpr float kReach = 30.0F;           // how far beads shade and mirror each other
 
 // Up in the picture is toward the viewer, who carries the lamp.
 const glm::vec3 kLamp = glm::normalize(glm::vec3(-0.30F, -0.58F, 0.76F));
@@ -208,7 +209,7 @@ glm::vec3 bodyAt(const Bead& bead, glm::vec3 normal, float lit, float open)
     const float glow = power(glm::max(0.0F, glm::dot(normal, kBounce)), 2.0F);
     const float veins = ridgedNoise(glm::vec2(bead.middle + normal * bead.radius) / kVein,
                                     glm::ivec2(kRoom / kVein), 2, kSeed);
-    const float depth = softStep(-0.1F, 0.70F, key) - 0.22F * (1.0F - veins);
+    const float depth = softStep(-0.02F, 0.76F, key) - 0.22F * (1.0F - veins);
     const glm::vec3 body =
         glm::mix(bead.lacquer.deep * 0.5F, bead.lacquer.shallow, glm::clamp(depth, 0.0F, 1.0F));
     return body * (0.45F + 0.80F * open) + bead.lacquer.shallow * kEmber * 0.75F * glow * open +
@@ -218,48 +219,85 @@ glm::vec3 bodyAt(const Bead& bead, glm::vec3 normal, float lit, float open)
 // What lies beyond the beads: a broad lamp with soft edges, a cold light low on the far side.
 glm::vec3 skyAt(glm::vec3 heading)
 {
-    const float lamp = softStep(0.88F, 0.94F, glm::dot(heading, kLamp));
+    const float toLamp = glm::dot(heading, kLamp);
+    const float lamp =
+        0.3F * softStep(0.70F, 0.95F, toLamp) + 0.7F * softStep(0.88F, 0.97F, toLamp);
     const float low = softStep(0.85F, 0.40F, heading.z) * softStep(-0.20F, 0.6F, heading.y);
     return kSoftbox * 9.0F * lamp + kColdSky * 3.0F * low + kViolet * 0.8F;
 }
 
-glm::vec3 shade(const std::vector<Bead>& beads, const Bead& bead, glm::vec3 place)
-{
-    const glm::vec3 normal = (place - bead.middle) / bead.radius;
-    const float lit = litness(beads, place, &bead);
-    const float open = openness(beads, place, normal, &bead);
-    const float shine = 0.12F + 0.85F * power(1.0F - glm::clamp(normal.z, 0.0F, 1.0F), 3.5F);
-    const glm::vec3 heading = 2.0F * normal.z * normal - glm::vec3(0.0F, 0.0F, 1.0F);
+// What a ray from above meets, and what becomes of it on the way to the finished colour.
+struct Sight {
+    float height = 0.0F;
+    float light = 0.0F; // of the lamp and the sky together
+    glm::vec3 lacquer = kGap;
+    glm::vec3 finished = kGap;
+};
 
-    const Hit mirrored = trace(beads, place, heading, &bead);
-    glm::vec3 image = skyAt(heading) * open;
-    if (mirrored.bead != nullptr) {
-        const glm::vec3 there = place + heading * mirrored.way;
-        const glm::vec3 facing = (there - mirrored.bead->middle) / mirrored.bead->radius;
-        image = bodyAt(*mirrored.bead, facing, litness(beads, there, mirrored.bead), 0.6F);
+glm::vec3 mirroredBy(const std::vector<Bead>& beads, const Bead& bead, glm::vec3 place,
+                     glm::vec3 heading, float open)
+{
+    const Hit hit = trace(beads, place, heading, &bead);
+    if (hit.bead == nullptr) {
+        return skyAt(heading) * open;
     }
-    return bodyAt(bead, normal, lit, open) + shine * image;
+    const glm::vec3 there = place + heading * hit.way;
+    const glm::vec3 normal = (there - hit.bead->middle) / hit.bead->radius;
+    return bodyAt(*hit.bead, normal, litness(beads, there, hit.bead), kMirroredOpenness);
+}
+
+Sight look(const std::vector<Bead>& beads, glm::vec2 above)
+{
+    const glm::vec3 down(0.0F, 0.0F, -1.0F);
+    const glm::vec3 eye(above, kEyeHeight);
+    const Hit hit = trace(beads, eye, down, nullptr);
+    if (hit.bead == nullptr) {
+        return {};
+    }
+    const glm::vec3 place = eye + hit.way * down;
+    const glm::vec3 normal = (place - hit.bead->middle) / hit.bead->radius;
+    const float lit = litness(beads, place, hit.bead);
+    const float open = openness(beads, place, normal, hit.bead);
+    const glm::vec3 lacquer = bodyAt(*hit.bead, normal, lit, open);
+
+    // A flat look at the lacquer is mirrored little, a slanting one much (after Schlick).
+    const float slant = 1.0F - glm::clamp(normal.z, 0.0F, 1.0F);
+    const float shine = 0.12F + 0.85F * power(slant, 3.5F);
+    const glm::vec3 heading = down + 2.0F * normal.z * normal;
+    const glm::vec3 mirrored = mirroredBy(beads, *hit.bead, place, heading, open);
+    return {place.z, lit * matt(normal, kLamp) * 0.7F + open * 0.3F, lacquer,
+            lacquer + shine * mirrored};
 }
 
 void makeBeads(const OutputFolder& folder)
 {
     const std::vector<Bead> beads = packBeads();
+    GreyPicture heights(kSize, kSize);
+    GreyPicture light(kSize, kSize);
+    Picture lacquer(kSize, kSize);
     Picture picture(kSize, kSize);
-    const glm::vec2 spacing = kRoom / static_cast<float>(kRays);
-    picture.fill([&](int x, int y) {
-        const std::vector<Bead> near =
-            around(beads, glm::vec2(x, y) * kRoom / static_cast<float>(kSize));
-        glm::vec3 sum(0.0F);
-        for (int i = 0; i < kFiner * kFiner; ++i) {
-            const glm::vec2 fine(x * kFiner + i % kFiner, y * kFiner + i / kFiner);
-            const glm::vec3 eye(fine * spacing, 100.0F);
-            const Hit hit = trace(near, eye, glm::vec3(0.0F, 0.0F, -1.0F), nullptr);
-            const glm::vec3 seen =
-                hit.bead == nullptr ? kGap : shade(near, *hit.bead, eye - glm::vec3(0, 0, hit.way));
-            sum += glm::clamp(seen, 0.0F, 1.0F);
+    const glm::vec2 pixel = kRoom / static_cast<float>(kSize);
+    constexpr int kRays = kFiner * kFiner;
+    constexpr float kShare = 1.0F / kRays;
+    for (int y = 0; y < kSize; ++y) {
+        for (int x = 0; x < kSize; ++x) {
+            const glm::vec2 corner = glm::vec2(x, y) * pixel;
+            const std::vector<Bead> near = around(beads, corner);
+            for (int i = 0; i < kRays; ++i) {
+                const glm::vec2 step =
+                    glm::vec2(i % kFiner, i / kFiner) / static_cast<float>(kFiner);
+                const Sight sight = look(near, corner + step * pixel);
+                heights.at(x, y) += kShare * sight.height / (2.0F * kRadii.front());
+                light.at(x, y) += kShare * sight.light;
+                lacquer.at(x, y) += kShare * glm::vec4(sight.lacquer, 1.0F);
+                picture.at(x, y) +=
+                    kShare * glm::vec4(glm::clamp(sight.finished, 0.0F, 1.0F), 1.0F);
+            }
         }
-        return glm::vec4(sum / static_cast<float>(kFiner * kFiner), 1.0F);
-    });
+    }
+    folder.keepStage(heights, "beads-1-heights.tga");
+    folder.keepStage(light, "beads-2-light.tga");
+    folder.keepStage(lacquer, "beads-3-lacquer.tga");
     folder.write(picture, 24, "oranssipallotexture2.tga");
 }
 

@@ -1,5 +1,6 @@
 // The light inside the tube, looked up by the direction that the wall faces and by how deep it
-// lies: a broad warm lamp and, across from it, a cold one, with darkness between.
+// lies: a warm lamp and, across from it, a cold one, with embers in the darkness between. It
+// multiplies the tube's skin.
 //
 // Nearly all of it changes from top to bottom alone. Where the tube closes, its last strip runs
 // through the picture's whole width within a few pixels; whatever changes from left to right shows
@@ -30,10 +31,10 @@ constexpr float kStreaks = 0.05F; // how much they brighten and darken the lamps
 
 const std::array kWarm = {colour(0x000000), colour(0x34141c), colour(0x844422),
                           colour(0xe4a450), colour(0xffdc94), colour(0xfff8e4)};
-const std::array kCold = {colour(0x000000), colour(0x120a3c), colour(0x38309c), colour(0x7078f0),
-                          colour(0xc4d8ff)};
+const std::array kCold = {colour(0x000000), colour(0x120a40), colour(0x342ca0), colour(0x6866f4),
+                          colour(0xb4bcff)};
 const glm::vec3 kEmber = colour(0x501412);
-const glm::vec3 kDarkness = colour(0x1a0f26);
+const glm::vec3 kDarkness = colour(0x190f25);
 
 // How near a place is to a lamp: 1 at it, 0 where it ends.
 float nearness(float place, float lamp, float reach)
@@ -45,7 +46,7 @@ glm::vec3 lightAt(glm::vec2 place)
 {
     const glm::ivec2 period(2, 12);
     const float streak = kStreaks * noise(place * glm::vec2(period), period, kSeed);
-    const float sway = kSway * sine(kFullTurn * place.x);
+    const float sway = kSway * cosine(kFullTurn * place.x);
     const float warm = nearness(place.y + sway, kWarmPlace, kWarmReach) + streak;
     const float cold = nearness(place.y - sway, kColdPlace, kColdReach) + streak;
     const float ember = nearness(place.y + sway, kEmberPlace, kEmberReach);

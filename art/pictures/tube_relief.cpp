@@ -1,6 +1,7 @@
-// How far the tube's wall stands off. Seen along its length it has three kinds of wall, which run
-// into one another: cushions, ribs and flutes; a deep groove winds around all of them. The tube
-// takes a sample every 16 texels, so nothing here is finer than a few of these.
+// How far the tube's wall stands off. Along its length it has three kinds of wall, which run into
+// one another: cushions, ribs and flutes. It is narrow at the ribs and wide at the flutes, and a
+// groove winds around it, here deep, there shallow. The tube takes a sample every 16 texels, so
+// nothing here is finer than a few of these.
 //
 // The tube is widest where the map is highest: what bulges toward the viewer is low, and the
 // creases in which the bulges meet are high.
@@ -10,6 +11,7 @@
 #include "art/pictures/kit/program.h"
 
 #include <glm/common.hpp>
+#include <glm/geometric.hpp>
 
 namespace {
 
@@ -22,9 +24,21 @@ constexpr int kRibs = 6;   // from top to bottom
 constexpr int kFlutes = 3; // from left to right
 constexpr int kBends = 3;  // of the outlines, across the picture
 constexpr float kBend = 0.045F;
-constexpr float kGroove = 0.10F;   // half the groove's width; shares of the picture
+constexpr float kGroove = 0.11F;   // half the groove's width; shares of the picture
 constexpr int kCreaseRadius = 18;  // texels
-constexpr float kSlimness = 1.18F; // narrows the tube as a whole
+constexpr float kSlimness = 1.10F; // narrows the tube as a whole
+
+// A number for each place that changes smoothly, -1 to 1.
+float swell(glm::vec2 place, int layer)
+{
+    return noise(place * static_cast<float>(kBends), glm::ivec2(kBends), kSeed + layer);
+}
+
+glm::vec2 bent(int x, int y)
+{
+    const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kSize);
+    return place + kBend * glm::vec2(swell(place, 1), swell(place, 2));
+}
 
 // A row of bulges that meet in creases: 0 on a bulge, 1 in a crease.
 float bulges(float place)
@@ -41,27 +55,31 @@ float share(float y, float middle)
 
 float wallAt(int x, int y)
 {
-    const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kSize);
-    const glm::ivec2 period(kBends);
-    const glm::vec2 bends = place * static_cast<float>(kBends);
-    const glm::vec2 bent =
-        place + kBend * glm::vec2(noise(bends, period, kSeed + 1), noise(bends, period, kSeed + 2));
-
+    const glm::vec2 place = bent(x, y);
     const CellDistance cell =
-        cellDistance(bent * static_cast<float>(kCushions), glm::ivec2(kCushions), kJitter, kSeed);
+        cellDistance(place * static_cast<float>(kCushions), glm::ivec2(kCushions), kJitter, kSeed);
     const float cushions = 1.5F * cell.nearest * cell.nearest;
-    const float ribs = 0.22F + 0.78F * bulges(bent.y * kRibs);
-    const float flutes = 0.6F * bulges(bent.x * kFlutes + 0.3F * sine(kFullTurn * bent.y));
+    const float ribs = 0.22F + 0.78F * bulges(place.y * kRibs);
+    const float flutes = 0.4F * bulges(place.x * kFlutes + 0.3F * sine(kFullTurn * place.y));
 
-    const float edge = bent.y + 0.05F * sine(kFullTurn * bent.x);
+    const float edge = place.y + 0.05F * sine(kFullTurn * place.x);
     const glm::vec3 shares(share(edge, 0.17F), share(edge, 0.50F), share(edge, 0.83F));
-    const float wall = (shares.x * cushions + shares.y * ribs + shares.z * flutes) /
-                       (shares.x + shares.y + shares.z);
+    return glm::dot(shares, glm::vec3(cushions, ribs, flutes)) / (shares.x + shares.y + shares.z);
+}
 
-    const float groove = softStep(kGroove, 0.0F, offWhole(bent.x - bent.y));
-    const float breath = 0.5F + 0.5F * cosine(kFullTurn * (place.y - 0.80F));
-    const float swell = 0.18F * noise(bends, period, kSeed + 3);
-    return 0.40F * wall + 0.14F * breath + swell + 0.30F * groove;
+// It winds the way in which the tube's cells are cut into triangles; the other way, light breaks
+// into teeth along it.
+float grooveAt(int x, int y)
+{
+    const glm::vec2 place = bent(x, y);
+    const float depth = 0.20F + 0.26F * softStep(0.0F, 0.45F, swell(place, 4));
+    return depth * softStep(kGroove, 0.0F, offWhole(place.x + place.y));
+}
+
+float widthAt(int x, int y)
+{
+    const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kSize);
+    return 0.12F * cosine(kFullTurn * (place.y - 0.80F)) + 0.18F * swell(place, 3);
 }
 
 // Spreads the heights over all that a texel can hold.
@@ -80,8 +98,16 @@ void stretch(GreyPicture& heights)
 
 void makeTubeRelief(const OutputFolder& folder)
 {
+    GreyPicture walls(kSize, kSize);
+    walls.fill(wallAt);
+    folder.keepStage(walls, "tube_relief-1-walls.tga");
+    GreyPicture groove(kSize, kSize);
+    groove.fill(grooveAt);
+    folder.keepStage(groove, "tube_relief-2-groove.tga");
+
     GreyPicture heights(kSize, kSize);
-    heights.fill(wallAt);
+    heights.fill(
+        [&](int x, int y) { return 0.40F * walls.at(x, y) + groove.at(x, y) + widthAt(x, y); });
     heights = blurred(heights, kCreaseRadius);
     stretch(heights);
     heights.fill([&](int x, int y) { return power(heights.at(x, y), kSlimness); });
