@@ -20,12 +20,12 @@ constexpr int kSeed = 21;
 
 // Shares of the picture's height.
 constexpr float kWarmPlace = 0.215F;
-constexpr float kWarmReach = 0.18F;
+constexpr float kWarmReach = 0.168F;
 constexpr float kColdPlace = 0.79F;
-constexpr float kColdReach = 0.14F;
+constexpr float kColdReach = 0.135F;
 constexpr float kEmberPlace = 0.53F;
 constexpr float kEmberReach = 0.10F;
-constexpr float kSway = 0.012F; // of all of them, from left to right
+constexpr float kSway = 0.006F; // of all of them, from left to right
 
 constexpr float kStreaks = 0.05F; // how much they brighten and darken the lamps
 
@@ -34,7 +34,7 @@ const std::array kWarm = {colour(0x000000), colour(0x34141c), colour(0x844422),
 const std::array kCold = {colour(0x000000), colour(0x120a40), colour(0x342ca0), colour(0x6866f4),
                           colour(0xb4bcff)};
 const glm::vec3 kEmber = colour(0x501412);
-const glm::vec3 kDarkness = colour(0x190f25);
+const glm::vec3 kDarkness = colour(0x241228);
 
 // How near a place is to a lamp: 1 at it, 0 where it ends.
 float nearness(float place, float lamp, float reach)
