@@ -21,7 +21,7 @@ constexpr double kLongestLine = 242.0;
 constexpr double kWordSpace = 0.28; // of a capital's height
 constexpr int kGlow = 1;            // radii, pixels; three times as far they have ended
 constexpr int kShadow = 2;
-constexpr float kShadowDepth = 2.2F; // how much darker than letters blurred
+constexpr float kShadowDepth = 2.8F; // how much darker than letters blurred
 
 // Said lightly, then with weight.
 struct Greeting {
@@ -42,7 +42,7 @@ constexpr auto kGreetings = std::to_array<Greeting>({
 });
 
 const glm::vec3 kIvory = colour(0xfff8e8);
-const glm::vec3 kWarmIvory = colour(0xffdc9c);
+const glm::vec3 kWarmIvory = colour(0xffeac4);
 const glm::vec3 kEmber = colour(0xc84410);
 const glm::vec3 kNight = colour(0x12040c);
 
@@ -89,7 +89,7 @@ void makeGreetings(const OutputFolder& folder)
             const float down = softStep(0.25F, 0.8F, static_cast<float>(y) / kBandHeight);
             for (int x = 0; x < kWidth; ++x) {
                 const glm::vec3 ground = glm::mix(kNight, kEmber, 0.7F * glow.at(x, y));
-                const float dark = glm::min(0.92F, kShadowDepth * shadow.at(x, y));
+                const float dark = glm::min(0.95F, kShadowDepth * shadow.at(x, y));
                 picture.at(x, line * kBandHeight + y) =
                     over(glm::mix(kIvory, kWarmIvory, down), letters.at(x, y), ground, dark);
             }
