@@ -1,10 +1,11 @@
 // A still, cold land: mountains engraved with contour lines stand in layers of fog behind a lake,
-// under a pale low sun. The left is calm and dark for type, the right dark for the column.
+// under a full moon. The left is calm and dark for type, the right dark for the column.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/landscape_land.h"
+#include "art/pictures/landscape_sky.h"
 
 #include <algorithm>
 #include <array>
@@ -18,41 +19,9 @@ using namespace landscape;
 
 constexpr float kContourInterval = 0.3F;
 constexpr float kBedInterval = 0.16F; // of the contours of the lake's bed
-constexpr glm::vec2 kSun(287.0F, 62.0F);
-constexpr float kSunRadius = 27.0F;
 
 const std::array kLand = {colour(0x05090d), colour(0x12212b), colour(0x2b4a57), colour(0x5f8792)};
-const std::array kFog = {colour(0x0a1118), colour(0x16242f), colour(0x35525f), colour(0x86a9b0),
-                         colour(0xc9dcda)};
 const glm::vec3 kLine = colour(0x9fd6d2);
-const glm::vec3 kSunColour = colour(0xe9e8da);
-
-// How much light hangs in the air over a place on screen: near the sun, and hardly at the sides.
-float airlight(glm::vec2 screen)
-{
-    const float aside = (screen.x - kSun.x) / (screen.x < kSun.x ? 95.0F : 130.0F);
-    return 0.16F + 0.84F * exponential(-aside * aside);
-}
-
-glm::vec3 skyAt(glm::vec2 screen)
-{
-    const glm::ivec2 period(32, 32);
-    const float strata = fractalNoise(screen / glm::vec2(160.0F, 6.5F), period, 4, 21);
-    const float height = glm::max(0.0F, (kHorizon - screen.y) / kHorizon);
-    const float fromSun = glm::distance(screen, kSun);
-    const float glow = exponential(-fromSun / 80.0F);
-    const float light = airlight(screen) * (0.85F * exponential(-2.3F * height)) + 0.3F * glow;
-    glm::vec3 pixel = ramp(kFog, light * (0.86F + 0.5F * strata));
-
-    // The sun, veiled by the strata, and rings around it like those of a cut tree.
-    const float disc = softStep(kSunRadius + 0.8F, kSunRadius - 0.8F, fromSun);
-    pixel =
-        glm::mix(pixel, kSunColour, disc * glm::clamp(0.72F + 0.5F * strata, 0.0F, 1.0F) * 0.8F);
-    const float ring = (fromSun - kSunRadius) / 11.0F;
-    const float offRing = offWhole(ring) * 11.0F;
-    const float line = softStep(0.9F, 0.2F, offRing) * softStep(0.5F, 0.8F, ring);
-    return pixel + kLine * (0.10F * line * exponential(-0.16F * ring));
-}
 
 // 1 on the lines where a value passes a multiple of the interval, about one screen pixel wide.
 // `change` is the value's change from one screen pixel to the next; crowded lines fade away.
@@ -74,7 +43,8 @@ float changeOfHeight(const Sights& sights, int x, int y)
     return glm::length(change / (2.0F * kScreenPerPixel));
 }
 
-glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
+// The land in clear air: moonlight and contour lines.
+glm::vec3 bareLandAt(const Sights& sights, int x, int y, glm::vec2 screen)
 {
     const Sight& sight = sights.at(x, y);
     const float change = changeOfHeight(sights, x, y);
@@ -85,9 +55,13 @@ glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
 
     const bool isIndex = std::fmod(std::floor(sight.height / kContourInterval + 0.5F), 5.0F) < 0.5F;
     const float line = contour(sight.height, kContourInterval, change);
-    pixel += kLine * (line * (isIndex ? 0.75F : 0.36F) * (0.25F + 0.75F * air) *
-                      softStep(0.15F, 0.85F, sight.normal.y));
+    return pixel + kLine * (line * (isIndex ? 0.75F : 0.36F) * (0.25F + 0.75F * air) *
+                            softStep(0.15F, 0.85F, sight.normal.y));
+}
 
+glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
+{
+    const Sight& sight = sights.at(x, y);
     // Fog: thin in the distance, thick on the ground, its upper side in slow waves.
     const glm::ivec2 period(64, 64);
     const glm::vec2 ground = groundAt(screen.x, sight.distance);
@@ -101,8 +75,9 @@ glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
     const float bank = softStep(0.0F, 0.45F, fractalNoise(drift, period, 3, 51)) *
                        softStep(20.0F, 60.0F, sight.distance) *
                        softStep(kHorizon - 75.0F, kHorizon - 10.0F, screen.y);
-    const float fog = glm::min(0.97F, far + 0.9F * low * (1 - far) + 0.42F * bank);
-    return glm::mix(pixel, ramp(kFog, air * (0.44F + 0.55F * far)), fog);
+    const float fog = glm::min(0.97F, far + 0.9F * low * (1 - far) + 0.55F * bank);
+    return glm::mix(bareLandAt(sights, x, y, screen),
+                    ramp(kFog, airlight(screen) * (0.44F + 0.55F * far)), fog);
 }
 
 // The lake shows the sky and the land upside down, and its bed's contours.
@@ -120,13 +95,43 @@ glm::vec3 lakeAt(const Sights& sights, const Picture& dry, int x, int y, glm::ve
 
     const float line = contour(sight.height, kBedInterval, changeOfHeight(sights, x, y));
     pixel += kLine * (0.24F * line * airlight(screen));
-    return pixel;
+
+    // The moon's road over the ripples, and mist where the water is far away.
+    const float aside = (screen.x - kMoon.x) / (7.0F + 0.30F * below);
+    const float glint = softStep(0.10F, 0.45F, ripple + 0.25F * noise(ground * 3.0F, period, 43));
+    pixel += kMoonColour * (0.40F * glint * exponential(-aside * aside));
+    const glm::vec2 drift(screen.x / 90.0F + 16.0F, screen.y / 9.0F);
+    const float mist =
+        exponential(-below / 16.0F) * (0.55F + 0.8F * fractalNoise(drift, period, 3, 45));
+    return glm::mix(pixel, ramp(kFog, 0.62F * airlight(screen)), glm::clamp(mist, 0.0F, 0.8F));
+}
+
+glm::vec2 screenAt(int x, int y)
+{
+    return glm::vec2(x, y) * kScreenPerPixel;
+}
+
+// How far away the land is, and the land without air.
+void keepLand(const Sights& sights, const OutputFolder& folder)
+{
+    GreyPicture distances(kFineWidth, kFineHeight);
+    Picture bare(kFineWidth, kFineHeight);
+    distances.fill([&](int x, int y) {
+        const float distance = sights.at(x, y).distance;
+        return distance > 0.0F ? exponential(-distance / 40.0F) : 0.0F;
+    });
+    bare.fill([&](int x, int y) {
+        const bool isLand = sights.at(x, y).distance > 0.0F && sights.at(x, y).height > 0.0F;
+        return glm::vec4(isLand ? bareLandAt(sights, x, y, screenAt(x, y)) : glm::vec3(0.0F), 1.0F);
+    });
+    folder.keepStage(distances.shrunk(kFiner), "landscape-1-distance.tga");
+    folder.keepStage(bare.shrunk(kFiner), "landscape-2-contours.tga");
 }
 
 void makeLandscape(const OutputFolder& folder)
 {
     const Sights sights = lookOverLand();
-    const auto screenAt = [](int x, int y) { return glm::vec2(x, y) * kScreenPerPixel; };
+    keepLand(sights, folder);
     Picture fine(kFineWidth, kFineHeight);
     fine.fill([&](int x, int y) {
         const bool isLand = sights.at(x, y).distance > 0.0F && sights.at(x, y).height > 0.0F;
@@ -141,7 +146,9 @@ void makeLandscape(const OutputFolder& folder)
             }
         }
     }
-    folder.write(fine.shrunk(kFiner), 24, "tokapart_tausta.tga");
+    const Picture picture = fine.shrunk(kFiner);
+    folder.keepStage(picture, "landscape-3-moonlight.tga");
+    folder.write(picture, 24, "tokapart_tausta.tga");
 }
 
 } // namespace

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "art/pictures/kit/arithmetic.h"
+#include "art/pictures/kit/lighting.h"
+#include "art/pictures/kit/noise.h"
+#include "art/pictures/landscape_land.h"
+
+#include <array>
+#include <cmath>
+#include <glm/common.hpp>
+#include <glm/geometric.hpp>
+#include <glm/vec2.hpp>
+#include <glm/vec3.hpp>
+
+// The landscape's night: a full moon behind thin clouds that it lights from the back, its corona
+// and a broken halo. Places are on the screen.
+namespace landscape {
+
+inline const std::array kFog = {colour(0x0a1118), colour(0x16242f), colour(0x35525f),
+                                colour(0x86a9b0), colour(0xc9dcda)};
+inline const glm::vec3 kMoonColour = colour(0xeef3ec);
+inline const glm::vec3 kMareColour = colour(0x7d939c);
+inline constexpr glm::vec2 kMoon(287.0F, 58.0F);
+inline constexpr float kMoonRadius = 25.0F;
+inline constexpr float kHaloRadius = 96.0F;
+
+// Has blown a veil over the moon's lower part.
+inline constexpr glm::vec2 kWind(42.96F, 53.68F);
+
+// How much light hangs in the air: near the moon, and hardly at the sides.
+inline float airlight(glm::vec2 screen)
+{
+    const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 95.0F : 130.0F);
+    return 0.16F + 0.84F * exponential(-aside * aside);
+}
+
+// How thick the clouds are, 0 to 1. They lie on a level sheet that is seen from below, so they
+// grow narrow toward the horizon; one layer of noise bends the other one.
+inline float cloudAt(glm::vec2 screen)
+{
+    const glm::ivec2 period(16, 16);
+    const float height = glm::max(0.0F, kHorizon - screen.y) + 26.0F;
+    const glm::vec2 sheet((screen.x - kScreen.x / 2) / height * 2.2F, 420.0F / height);
+    const float bend = fractalNoise(sheet * 0.6F + 32.0F, period, 2, 61);
+    const glm::vec2 bent = sheet * glm::vec2(1.0F, 1.7F) + glm::vec2(1.1F, 0.5F) * bend;
+    return softStep(-0.22F, 0.40F, fractalNoise(bent + kWind, period, 5, 71));
+}
+
+// The moon's face: dark plains, a few bright craters with rays, a darker limb.
+inline glm::vec3 moonFace(glm::vec2 way)
+{
+    const glm::ivec2 period(32, 32);
+    const glm::vec2 flat = way / kMoonRadius;
+    const float facing = std::sqrt(glm::max(0.0F, 1.0F - glm::dot(flat, flat)));
+    const glm::vec2 round = flat / (0.55F + 0.45F * facing); // toward the limb places crowd
+    const float plains = fractalNoise(round * 1.5F + 18.65F, period, 2, 81);
+    const float mare = softStep(-0.06F, 0.20F, plains + 0.10F * flat.x - 0.12F * flat.y);
+    const float rough = fractalNoise(round * 5.0F + 8.0F, period, 4, 91);
+    glm::vec3 face = glm::mix(kMoonColour, kMareColour, 0.75F * mare);
+    face *= 1.0F + 0.22F * rough;
+    constexpr std::array kCraters = {glm::vec2(-0.12F, 0.66F), glm::vec2(-0.42F, -0.1F),
+                                     glm::vec2(0.45F, 0.25F)};
+    for (const glm::vec2 crater : kCraters) {
+        const glm::vec2 from = flat - crater;
+        const float away = glm::length(from);
+        const float rays =
+            0.5F +
+            0.5F * noise(glm::vec2(angleOf(from.x, from.y) * 2.2F + 16.0F, 0.5F), period, 95);
+        face += kMoonColour * (0.30F * rays * exponential(-away / 0.13F));
+    }
+    return face * (0.57F + 0.23F * facing);
+}
+
+inline glm::vec3 skyAt(glm::vec2 screen)
+{
+    const glm::vec2 way = screen - kMoon;
+    const float away = glm::length(way);
+    const float height = glm::max(0.0F, (kHorizon - screen.y) / kHorizon);
+    const float cloud = cloudAt(screen);
+
+    // Clear air is dark above and pale at the horizon.
+    const float air = airlight(screen);
+    glm::vec3 sky = ramp(kFog, air * (0.95F * exponential(-3.0F * height)) + 0.05F);
+
+    // The corona lies close around the moon.
+    const float off = glm::max(0.0F, away - kMoonRadius);
+    const float corona = 0.55F * exponential(-off / 7.0F) + 0.34F * exponential(-off / 42.0F);
+    sky += kFog[3] * (0.55F * corona);
+
+    const float disc = softStep(kMoonRadius + 0.6F, kMoonRadius - 0.6F, away);
+    sky = glm::mix(sky, moonFace(way), disc);
+
+    // Thin cloud shines with what comes through it; thick cloud only hides.
+    const float through = cloud * exponential(-1.9F * cloud) * 2.4F;
+    const float behind =
+        0.16F * air + 0.75F * exponential(-off / 26.0F) + 0.45F * exponential(-off / 95.0F);
+    const glm::vec3 lit =
+        ramp(kFog, 0.08F + behind * through + 0.32F * air * (1.0F - height) * (1.0F - height));
+    sky = glm::mix(sky, lit, glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F));
+
+    // The halo's ice floats before everything else; its inner edge is the sharp one.
+    const float ring = (away - kHaloRadius) / (away < kHaloRadius ? 2.2F : 12.0F);
+    const float ice = 0.55F + 0.9F * fractalNoise(screen / 70.0F + 16.0F, {64, 64}, 2, 97);
+    return sky + kFog[3] * (0.075F * ice * exponential(-ring * ring));
+}
+
+} // namespace landscape
