@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 
@@ -23,7 +24,7 @@ constexpr float kMiddle = 128.0F;
 constexpr glm::vec2 kSqueeze(0.5F, 1.0F);
 
 // From an end of the face inward, in pixels.
-constexpr float kArris = 7.0F;       // the rounded edge
+constexpr float kArris = 10.0F;      // the rounded edge
 constexpr float kBorderFrom = 13.0F; // the border with the signs
 constexpr float kBorderTo = 43.0F;
 constexpr float kPanel = 51.0F; // the sunken panel with the braid
@@ -208,18 +209,41 @@ Picture light(const Face& face)
         pixel += kStone[4] * (0.25F * turn * glossy(normal, toLight, 30.0F) * (1.0F - metal));
 
         // The two edges that make the bar look square.
-        pixel += kStone[4] * (0.55F * softStep(kArris, 1.0F, static_cast<float>(x)));
+        pixel += kStone[4] * (0.45F * softStep(kArris, 1.0F, static_cast<float>(x)));
         pixel *= 1.0F - 0.8F * softStep(kSize - 16.0F, kSize - 2.0F, static_cast<float>(x));
         return glm::vec4(pixel, 1.0F);
     });
     return picture;
 }
 
+// The bar takes every second or third pixel of a row and leaves out those between, so what is finer
+// would only flicker.
+Picture softenedAcross(const Picture& picture)
+{
+    constexpr std::array kWeights = {1.0F, 2.0F, 3.0F, 2.0F, 1.0F};
+    Picture result(kSize, kSize);
+    result.fill([&](int x, int y) {
+        glm::vec4 sum(0.0F);
+        for (int i = 0; i < 5; ++i) {
+            sum += kWeights[static_cast<std::size_t>(i)] *
+                   picture.at(std::clamp(x + i - 2, 0, kSize - 1), y);
+        }
+        return sum / 9.0F;
+    });
+    return result;
+}
+
 void makeColumn(const OutputFolder& folder)
 {
     Face face;
     carve(face);
-    folder.write(light(face), 24, "texture2.tga");
+    GreyPicture relief(kSize, kSize);
+    relief.fill([&](int x, int y) { return face.height.at(x, y) / 40.0F; });
+    folder.keepStage(relief, "column-1-relief.tga");
+    folder.keepStage(face.metal, "column-2-metal.tga");
+    const Picture picture = softenedAcross(light(face));
+    folder.keepStage(picture, "column-3-light.tga");
+    folder.write(picture, 24, "texture2.tga");
 }
 
 } // namespace
