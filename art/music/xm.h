@@ -26,6 +26,7 @@ constexpr std::uint8_t kXmSetVolume = 0x10;  // volume column: 0x10 to 0x50 sets
 constexpr std::uint8_t kXmSetPanning = 0xC0; // volume column: 0xC0 to 0xCF, left to right
 
 constexpr std::uint8_t kXmEffectPanning = 0x08;
+constexpr std::uint8_t kXmEffectSpeed = 0x0F; // a parameter from 0x20 on is a tempo
 constexpr std::uint8_t kXmEffectZxx = 0x23;
 
 // One cell of a pattern; all zero is an empty one.

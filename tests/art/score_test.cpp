@@ -70,6 +70,7 @@ constexpr std::array kFaults = {
     Fault{"no command \"q\"",                "kick: 00 x q10"              },
     Fault{"instrument: \"00\"",              "kick: 00 x 00"               },
     Fault{"cannot read gone.trk",            "include gone.trk"            },
+    Fault{"swing: two rows have 12 ticks",   "swing 7 6"                   },
     Fault{"includes go round in a circle",   "include tests/art/circle.trk"},
 };
 
@@ -122,6 +123,21 @@ TEST(Score, EchoesRingOnIntoTheNextOrder)
     EXPECT_EQ(second.at(1, 2), (XmCell{49, 24, 0x24, 0x08, 0xD0}));
     EXPECT_EQ(second.at(2, 2), (XmCell{51, 25, 0, 0x08, 0xD0})) << "what is written goes first";
     EXPECT_EQ(module.patterns[0].at(1, 2), XmCell()) << "nothing rings at the beginning";
+}
+
+TEST(Score, SwingsBetweenTheSpeedsOfEvenAndOddRows)
+{
+    const std::string body = "order two b\n"
+                             "pattern a\nswing 7 5\nkick: 00 x F06, 01 x A01, 02 F7D\n"
+                             "pattern b\n";
+    const XmModule module = arranged(body);
+    const XmPattern& swung = module.patterns.at(0);
+    EXPECT_EQ(swung.at(0, 0), (XmCell{49, 2, 0, 0x0F, 7})) << "in place of another speed";
+    EXPECT_EQ(swung.at(1, 1), (XmCell{0, 0, 0, 0x0F, 5})) << "beside another effect";
+    EXPECT_EQ(swung.at(2, 0), (XmCell{0, 0, 0, 0x0F, 0x7D})) << "a tempo is no speed";
+    EXPECT_EQ(swung.at(2, 1), (XmCell{0, 0, 0, 0x0F, 7}));
+    EXPECT_EQ(module.patterns.at(1).at(0, 0), (XmCell{0, 0, 0, 0x0F, 6})) << "straight again";
+    EXPECT_EQ(module.patterns.at(1).at(1, 0), XmCell());
 }
 
 TEST(Score, SaysWhereAFaultIs)

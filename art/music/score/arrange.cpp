@@ -1,6 +1,9 @@
 #include "art/music/score/arrange.h"
 
+#include "art/music/score/score_reader.h"
+
 #include <algorithm>
+#include <string>
 
 namespace {
 
@@ -94,6 +97,44 @@ std::vector<Grid> unroll(const Score& score)
     return rows;
 }
 
+bool setsSpeed(const XmCell& cell)
+{
+    constexpr int kFirstTempo = 0x20;
+    return cell.effect == kXmEffectSpeed && cell.parameter < kFirstTempo;
+}
+
+// Writes a row's speed where one is set already, or into the first empty effect column. The last
+// channel is left alone: it belongs to the picture.
+void setSpeed(XmPattern& pattern, int row, int ticks)
+{
+    const int channels = pattern.channels() - 1;
+    int place = 0;
+    while (place < channels && !setsSpeed(pattern.at(row, place))) {
+        ++place;
+    }
+    for (int c = 0; place == channels && c < channels; ++c) {
+        const XmCell& cell = pattern.at(row, c);
+        place = cell.effect == 0 && cell.parameter == 0 ? c : place;
+    }
+    if (place == channels) {
+        throw ScoreError("row " + std::to_string(row) + ": no effect column is free for the swing");
+    }
+    pattern.at(row, place).effect = kXmEffectSpeed;
+    pattern.at(row, place).parameter = static_cast<std::uint8_t>(ticks);
+}
+
+// The speeds of a pattern that swings; behind one, a straight pattern begins with the song's own.
+void writeSpeeds(XmPattern& pattern, const std::optional<ScoreSwing>& swing, bool swungBefore,
+                 int speed)
+{
+    if (!swing && swungBefore) {
+        setSpeed(pattern, 0, speed);
+    }
+    for (int row = 0; swing && row < pattern.rows(); ++row) {
+        setSpeed(pattern, row, row % 2 == 0 ? swing->even : swing->odd);
+    }
+}
+
 std::uint8_t findOrAdd(std::vector<XmPattern>& patterns, const XmPattern& pattern)
 {
     const auto found = std::find(patterns.begin(), patterns.end(), pattern);
@@ -116,7 +157,9 @@ XmModule arrange(const Score& score)
 
     const std::vector<Grid> rows = unroll(score);
     std::size_t next = 0;
+    bool swungBefore = false;
     for (const int order : score.orders) {
+        const std::optional<ScoreSwing>& swing = score.patterns[std::size_t(order)].swing;
         XmPattern pattern(score.patterns[std::size_t(order)].rows, module.channels);
         for (int row = 0; row < pattern.rows(); ++row) {
             for (int c = 0; c < module.channels; ++c) {
@@ -128,6 +171,8 @@ XmModule arrange(const Score& score)
             }
             ++next;
         }
+        writeSpeeds(pattern, swing, swungBefore, score.speed);
+        swungBefore = swing.has_value();
         module.orders.push_back(findOrAdd(module.patterns, pattern));
     }
     return module;

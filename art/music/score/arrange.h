@@ -10,4 +10,8 @@
 //
 // A channel's panning goes into the effect column of each note, or where that is taken into its
 // volume column. If both are taken, the note sounds from the middle.
+//
+// A pattern that swings has a speed in each row, in the first effect column that is free.
+//
+// Throws ScoreError for a row that has none.
 XmModule arrange(const Score& score);

@@ -43,11 +43,18 @@ struct ScoreChannel {
     std::optional<ScoreEcho> echo;
 };
 
+// How many ticks even and odd rows last: "swing 7 5" leans on the even ones.
+struct ScoreSwing {
+    int even = 0;
+    int odd = 0;
+};
+
 // A pattern, or a block that patterns are put together from: rows of one cell for every channel.
 struct ScorePattern {
     std::string name;
     int rows = 0;
     int channels = 0;
+    std::optional<ScoreSwing> swing; // none: the song's speed
     std::vector<ScoreCell> cells;
 
     [[nodiscard]] ScoreCell& at(int row, int channel)

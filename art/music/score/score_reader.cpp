@@ -90,6 +90,7 @@ private:
             {"block",      {&ScoreReader::readBlock, 2, 2, "block NAME ROWS"}             },
             {"pattern",    {&ScoreReader::readPattern, 1, 1, "pattern NAME"}              },
             {"play",       {&ScoreReader::readPlay, 2, kAny, "play BLOCK ROW ..."}        },
+            {"swing",      {&ScoreReader::readSwing, 2, 2, "swing EVEN ODD"}              },
             {"include",    {&ScoreReader::readInclude, 1, 1, "include FILE"}              },
         };
         const Words words = splitWords(line);
@@ -244,6 +245,19 @@ private:
                         softened(transposed(cell, placement.semitones), placement.percent));
             }
         }
+    }
+
+    // A pair of rows keeps its length, so that a bar does.
+    void readSwing(const Words& words)
+    {
+        require(current_ != nullptr && !patternNames_.empty() &&
+                    current_->name == patternNames_.back(),
+                "swing stands in a pattern");
+        const int even = readNumber(words[1], 1, 31, "swing");
+        const int odd = readNumber(words[2], 1, 31, "swing");
+        require(even + odd == 2 * score_.speed,
+                "swing: two rows have " + std::to_string(2 * score_.speed) + " ticks");
+        current_->swing = ScoreSwing{even, odd};
     }
 
     void readInclude(const Words& words) { readFile(path_.parent_path() / words[1]); }
