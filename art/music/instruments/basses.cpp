@@ -5,14 +5,16 @@
 #include "art/music/synth/voice.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
-// Three strings in slight disagreement, driven hard through a moving vowel.
+// Three strings in slight disagreement, driven hard through a moving vowel. What lies under them
+// is left to the sub.
 Zone makeGrowlZone(int root)
 {
     const double hz = kRate32k.hertz();
-    const LoopShape shape = fitLoop(noteHertz(root), hz, 0.5);
+    const LoopShape shape = fitLoop(noteHertz(root), hz, 0.44);
     Spectrum spectrum(shape, hz);
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         const double amplitude = 1.0 / h;
@@ -23,67 +25,75 @@ Zone makeGrowlZone(int root)
     Filter throat(hz);
     Filter mouth(hz);
     Filter box(hz);
+    Filter floor(hz);
     const Signal strings = scaledToPeak(spectrum.toSignal(), 1.0);
     const Signal driven = settled(strings, [&](double value, std::size_t i) {
         const double turn = kTau * static_cast<double>(i) / static_cast<double>(shape.size);
-        const double vowel = 900.0 * std::exp2(1.2 * std::sin(turn));
+        const double vowel = 1000.0 * std::exp2(1.3 * std::sin(turn));
         const double shaped =
-            (0.8 * throat.low(value, 1900.0, 0.8)) + (1.8 * mouth.band(value, vowel, 2.2));
-        return box.low(std::tanh(6.0 * shaped), 7500.0);
+            (0.7 * throat.low(value, 1900.0, 0.8)) + (2.4 * mouth.band(value, vowel, 2.4));
+        return floor.high(box.low(std::tanh(7.0 * shaped), 9000.0), 95.0);
     });
     return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }
 
-// A string through a filter that closes as it dies.
+// A string through a filter that closes as it dies, and the finger that leaves it.
 Zone makeRoundZone(int root)
 {
-    const double hz = kRate22k.hertz();
+    const double hz = kRate16k.hertz();
     Oscillator saw(hz);
     Oscillator sub(hz);
     Filter first(hz);
     Filter second(hz);
+    Filter finger(hz);
+    Noise noise(13);
     const double pitch = noteHertz(root);
     const Signal signal = generate(0.9, hz, [&](double t) {
-        const double cutoff = 190.0 + (2300.0 * decay(t, 0.1));
+        const double cutoff = 210.0 + (2900.0 * decay(t, 0.09));
         const double bright = second.low(first.low(saw.saw(pitch), cutoff, 1.3), cutoff);
-        const double body = (0.6 * bright) + (0.8 * sub.sine(pitch));
+        const double slap = finger.band(noise.next(), 1900.0, 1.1) * decay(t, 0.006);
+        const double body = (0.7 * bright) + (0.75 * sub.sine(pitch)) + (0.5 * slap);
         return saturate(body, 2.2) * attack(t, 0.003) * decay(t, 0.55);
     });
-    return makeZone(root, kRate22k, finished(signal, hz, 0.95, 0.2));
+    return makeZone(root, kRate16k, finished(signal, hz, 0.95, 0.2));
 }
 
 } // namespace
 
-// A sine with just enough above it to be heard on small speakers.
+// A sine with just enough above it to be heard on small speakers, and a knuckle at its beginning.
 XmInstrument makeSub()
 {
     constexpr int kRoot = noteD(2);
     const double hz = kRate16k.hertz();
     Spectrum spectrum(fitLoop(noteHertz(kRoot), hz, 0.4), hz);
-    spectrum.addWave(1.0, 1.0, 0.0);
-    spectrum.addWave(2.0, 0.52, 0.9);
-    spectrum.addWave(3.0, 0.38, 0.4);
-    spectrum.addWave(4.0, 0.2, 2.0);
-    spectrum.addWave(5.0, 0.11, 3.1);
-    spectrum.addWave(6.0, 0.06, 4.4);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.95);
-    XmInstrument sub = makeInstrument("sub", {makeZone(kRoot, kRate16k, loop, 0)});
+    // All waves begin at zero, so that driving them shifts nothing.
+    constexpr std::array kWaves = {1.0, -0.52, 0.38, -0.2, 0.11, -0.06};
+    for (std::size_t i = 0; i < kWaves.size(); ++i) {
+        spectrum.addWave(static_cast<double>(i) + 1.0, kWaves.at(i), 0.25 * kTau);
+    }
+    constexpr double kOnset = 0.3;
+    const Signal loop = scaledToPeak(spectrum.toSignal(), 1.0);
+    const Signal struck = withOnset(loop, kOnset, hz, [](double value, double t) {
+        return std::tanh(value * (1.0 + (4.0 * decay(t, 0.07)))) * attack(t, 0.002);
+    });
+    XmInstrument sub = makeInstrument(
+        "sub", {makeZone(kRoot, kRate16k, scaledToPeak(struck, 0.95), samplesFor(kOnset, hz))});
     setEnvelope(sub, 0, 24, 48, 8);
     return sub;
 }
 
 XmInstrument makeRoundBass()
 {
-    XmInstrument bass =
-        makeInstrument("round-bass", {makeRoundZone(noteD(2)), makeRoundZone(noteD(3))});
+    XmInstrument bass = makeInstrument(
+        "round-bass", {makeRoundZone(noteA(1)), makeRoundZone(noteF(2)), makeRoundZone(noteD(3))});
     setEnvelope(bass, 0, 0, 64, 8);
     return bass;
 }
 
 XmInstrument makeGrowl()
 {
-    XmInstrument growl =
-        makeInstrument("growl", {makeGrowlZone(noteD(1)), makeGrowlZone(noteD(2))});
+    XmInstrument growl = makeInstrument(
+        "growl", {makeGrowlZone(noteA(1)), makeGrowlZone(noteF(2)), makeGrowlZone(noteD(3))});
     setEnvelope(growl, 0, 12, 54, 8);
     return growl;
 }

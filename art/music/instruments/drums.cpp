@@ -50,21 +50,55 @@ private:
     std::vector<Oscillator> plates_;
 };
 
-XmInstrument makeCymbal(const std::string& name, Rate rate, double seconds, double ringSeconds,
-                        double peak)
+struct Cymbal {
+    Rate rate;
+    double seconds;
+    double ringSeconds;
+    double metal; // how much of its own pitches
+    double hiss;
+    std::uint64_t seed;
+};
+
+XmInstrument makeCymbal(const std::string& name, const Cymbal& cymbal)
 {
-    const double hz = rate.hertz();
+    const double hz = cymbal.rate.hertz();
     Metal metal(hz);
-    Noise noise(71);
+    Noise noise(cymbal.seed);
     Filter body(hz);
     Filter air(hz);
-    const Signal signal = generate(seconds, hz, [&](double t) {
+    const Signal signal = generate(cymbal.seconds, hz, [&](double t) {
         const double ring = body.high(metal.next(), 6200.0, 1.1);
         const double hiss = air.high(noise.next(), 8200.0);
-        const double plate = saturate((1.1 * ring) + (0.5 * hiss), 2.5);
-        return plate * attack(t, 0.0008) * decay(t, ringSeconds);
+        const double plate = saturate((cymbal.metal * ring) + (cymbal.hiss * hiss), 2.5);
+        return plate * attack(t, 0.0008) * decay(t, cymbal.ringSeconds);
     });
-    return oneShot(name, rate, finished(signal, hz, peak, 0.2 * seconds));
+    return oneShot(name, cymbal.rate, finished(signal, hz, 0.93, 0.2 * cymbal.seconds));
+}
+
+struct SnareHit {
+    Skin skin;
+    double edge;   // of the stick
+    double rattle; // of the wires
+    std::uint64_t seed;
+};
+
+// Hit as hard as it can be.
+XmInstrument makeCrack(const std::string& name, const SnareHit& hit)
+{
+    const double hz = kRate45k.hertz();
+    Oscillator skin(hz);
+    Noise noise(hit.seed);
+    Filter wires(hz);
+    Filter crack(hz);
+    const Signal dry = generate(0.36, hz, [&](double t) {
+        const double white = noise.next();
+        const double head = skin.sine(hit.skin.hertz(t)) * decay(t, 0.08);
+        const double rattle = wires.high(white, 1500.0) * decay(t, 0.085);
+        const double edge = crack.band(white, 4300.0, 1.4) * decay(t, 0.012);
+        const double all = (1.0 * head) + (hit.rattle * rattle) + (hit.edge * edge);
+        return saturate(all, 3.2) * attack(t, 0.0003);
+    });
+    return oneShot(name, kRate45k, finished(withRoom(dry, hz, 0.7, 0.5), hz, 0.95, 0.12));
 }
 
 } // namespace
@@ -128,28 +162,44 @@ XmInstrument makeSnare()
         const double head = skin.sine(kSkin.hertz(t)) * decay(t, 0.075);
         const double rim = upper.sine(1.78 * kSkin.hertz(t)) * decay(t, 0.04);
         const double rattle =
-            wires.high(noise.next(), 1900.0) * ((0.7 * decay(t, 0.035)) + (0.4 * decay(t, 0.11)));
-        return saturate((0.8 * head) + (0.35 * rim) + (0.95 * rattle), 2.4) * attack(t, 0.0005);
+            wires.high(noise.next(), 1900.0) * ((0.8 * decay(t, 0.03)) + (0.4 * decay(t, 0.11)));
+        return saturate((0.75 * head) + (0.35 * rim) + (1.1 * rattle), 2.4) * attack(t, 0.0005);
     });
     return oneShot("snare", kRate45k, finished(withRoom(dry, hz, 0.5, 0.35), hz, 0.95, 0.1));
 }
 
+// Two strokes of the same hand, so that a roll is not one stroke repeated.
 XmInstrument makeHardSnare()
 {
-    const double hz = kRate45k.hertz();
-    constexpr Skin kSkin{204.0, 160.0, 0.012};
-    Oscillator skin(hz);
-    Noise noise(22);
-    Filter wires(hz);
-    Filter crack(hz);
-    const Signal dry = generate(0.4, hz, [&](double t) {
-        const double white = noise.next();
-        const double head = skin.sine(kSkin.hertz(t)) * decay(t, 0.09);
-        const double rattle = wires.high(white, 1500.0) * decay(t, 0.09);
-        const double edge = crack.band(white, 4300.0, 1.4) * decay(t, 0.012);
-        return saturate((1.1 * head) + (0.9 * rattle) + (1.4 * edge), 3.2) * attack(t, 0.0003);
+    return makeCrack("hard-snare", {
+                                       {204.0, 160.0, 0.012},
+                                       1.5, 1.0, 22
     });
-    return oneShot("hard-snare", kRate45k, finished(withRoom(dry, hz, 0.7, 0.5), hz, 0.95, 0.12));
+}
+
+XmInstrument makeHardSnareLeft()
+{
+    return makeCrack("hard-snare-left", {
+                                            {196.0, 120.0, 0.014},
+                                            1.1, 1.15, 27
+    });
+}
+
+// The stick falls by its own weight: wires and wood, hardly any head.
+XmInstrument makeGhost()
+{
+    const double hz = kRate32k.hertz();
+    constexpr Skin kSkin{172.0, 24.0, 0.02};
+    Oscillator skin(hz);
+    Noise noise(26);
+    Filter wires(hz);
+    Filter distance(hz);
+    const Signal signal = generate(0.2, hz, [&](double t) {
+        const double head = skin.sine(kSkin.hertz(t)) * decay(t, 0.03);
+        const double rattle = wires.high(noise.next(), 1300.0) * decay(t, 0.045);
+        return distance.low((0.5 * head) + rattle, 6500.0) * attack(t, 0.0012);
+    });
+    return oneShot("ghost", kRate32k, finished(signal, hz, 0.9, 0.06));
 }
 
 // Several hands, not quite together.
@@ -183,14 +233,43 @@ XmInstrument makeRim()
     return oneShot("rim", kRate45k, finished(signal, hz, 0.9, 0.02));
 }
 
+// The edge of the hat, under the stick's shoulder.
 XmInstrument makeHat()
 {
-    return makeCymbal("hat", kRate45k, 0.1, 0.026, 0.95);
+    return makeCymbal("hat", {kRate45k, 0.1, 0.026, 1.1, 0.5, 71});
+}
+
+// Its top, under the tip: shorter, and more air than metal.
+XmInstrument makeHatTip()
+{
+    return makeCymbal("hat-tip", {kRate45k, 0.07, 0.015, 0.5, 0.8, 72});
 }
 
 XmInstrument makeOpenHat()
 {
-    return makeCymbal("open-hat", kRate32k, 0.42, 0.13, 0.9);
+    return makeCymbal("open-hat", {kRate32k, 0.42, 0.13, 1.1, 0.5, 71});
+}
+
+// A ping of the stick over a wash that hangs on.
+XmInstrument makeRide()
+{
+    constexpr std::array kPing = {2870.0, 4130.0, 5390.0, 6650.0, 9110.0};
+    const double hz = kRate45k.hertz();
+    std::vector<Oscillator> ping(kPing.size(), Oscillator(hz));
+    Metal metal(hz);
+    Noise noise(73);
+    Filter body(hz);
+    Filter air(hz);
+    const Signal signal = generate(0.62, hz, [&](double t) {
+        double stick = 0.0;
+        for (std::size_t i = 0; i < kPing.size(); ++i) {
+            const double place = static_cast<double>(i) + 1.0;
+            stick += ping[i].sine(kPing.at(i)) * decay(t, 0.16 / place) / place;
+        }
+        const double wash = body.high(metal.next(), 5200.0) + air.high(noise.next(), 9000.0);
+        return ((0.5 * stick) + (0.45 * wash * decay(t, 0.2))) * attack(t, 0.0006);
+    });
+    return oneShot("ride", kRate45k, finished(signal, hz, 0.9, 0.2));
 }
 
 XmInstrument makeShaker()
@@ -199,7 +278,7 @@ XmInstrument makeShaker()
     Noise noise(31);
     Filter grains(hz);
     const Signal signal = generate(0.12, hz, [&](double t) {
-        return grains.band(noise.next(), 7600.0, 1.2) * attack(t, 0.018) * decay(t, 0.03);
+        return grains.band(noise.next(), 7600.0, 1.2) * attack(t, 0.005) * decay(t, 0.034);
     });
     return oneShot("shaker", kRate45k, finished(signal, hz, 0.7, 0.03));
 }
@@ -234,5 +313,5 @@ XmInstrument makeTom()
 
 XmInstrument makeCrash()
 {
-    return makeCymbal("crash", kRate32k, 1.4, 0.42, 0.95);
+    return makeCymbal("crash", {kRate32k, 1.4, 0.42, 1.1, 0.5, 71});
 }

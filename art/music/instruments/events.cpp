@@ -59,15 +59,15 @@ XmInstrument makeBoom()
 // An ember: small dry cracks, none like the next.
 XmInstrument makeSparks()
 {
-    constexpr double kChance = 0.0011; // of a crack in each sample
-    const double hz = kRate32k.hertz();
+    constexpr double kChance = 0.0009; // of a crack in each sample
+    const double hz = kRate45k.hertz();
     Noise noise(96);
     Filter wood(hz);
     double crack = 0.0;
     const Signal signal = generate(0.7, hz, [&](double t) {
         const double dice = 0.5 * (noise.next() + 1.0);
         crack = dice < kChance ? 0.25 + (0.75 * dice / kChance) : 0.985 * crack;
-        return wood.band(noise.next() * crack, 4200.0 + (3000.0 * crack), 1.5) * attack(t, 0.01);
+        return wood.band(noise.next() * crack, 4600.0 + (8000.0 * crack), 1.2) * attack(t, 0.002);
     });
-    return makeInstrument("sparks", {makeZone(kRoot, kRate32k, finished(signal, hz, 0.8, 0.1))});
+    return makeInstrument("sparks", {makeZone(kRoot, kRate45k, finished(signal, hz, 0.8, 0.1))});
 }

@@ -84,7 +84,7 @@ Signal makeChord(double pitch, double hz, double seconds, const std::array<doubl
             sum += saws[2 * i].saw(0.9978 * notes.at(i) * pitch);
             sum += saws[(2 * i) + 1].saw(1.0022 * notes.at(i) * pitch);
         }
-        const double open = attack(t, 0.022) * decay(t, closeSeconds);
+        const double open = attack(t, 0.012) * decay(t, closeSeconds);
         const double cutoff = 260.0 + (peakHz * open);
         return second.low(first.low(sum / Count, cutoff, 1.1), cutoff, 0.8);
     });
@@ -99,16 +99,16 @@ constexpr double kSeventh = 1.781797436280679;
 XmInstrument makeBell()
 {
     XmInstrument bell = makeInstrument(
-        "bell", {makeBellZone(noteD(4), kRate22k, 2.4), makeBellZone(noteD(5), kRate22k, 2.3)});
+        "bell", {makeBellZone(noteA(4), kRate22k, 2.1), makeBellZone(noteF(5), kRate22k, 2.3)});
     setEnvelope(bell, 0, 0, 64, 90);
     return bell;
 }
 
 XmInstrument makePluck()
 {
-    XmInstrument pluck = makeInstrument("pluck", {makePluckZone(noteD(3), kRate22k, 1.3),
-                                                  makePluckZone(noteD(4), kRate32k, 1.1),
-                                                  makePluckZone(noteD(5), kRate32k, 0.8)});
+    XmInstrument pluck = makeInstrument("pluck", {makePluckZone(noteC(4), kRate22k, 1.2),
+                                                  makePluckZone(noteA(4), kRate32k, 0.9),
+                                                  makePluckZone(noteF(5), kRate32k, 0.7)});
     setEnvelope(pluck, 0, 0, 64, 20);
     return pluck;
 }

@@ -36,13 +36,34 @@ double sung(int harmonic, double hertz)
     return mouth * std::pow(harmonic, -0.35);
 }
 
+// How an ensemble begins: its sound opens from a low cutoff, with some noise of bow or breath.
+struct Entry {
+    double seconds; // until the loop stands
+    double fromHz;
+    double toHz;
+    double noise;
+    double noiseHz;
+};
+
 struct Ensemble {
     Timbre timbre;
     double cents; // of spread
     double seconds;
+    double sway; // octaves by which the highs come and go once in each loop
+    Entry entry;
     double peak;
     std::uint64_t seed;
 };
+
+// The highs of a loop come and go.
+Signal swayed(const Signal& loop, double hz, double octaves)
+{
+    Filter highs(hz);
+    return settled(loop, [&](double value, std::size_t i) {
+        const double turn = kTau * static_cast<double>(i) / static_cast<double>(loop.size());
+        return highs.low(value, 2200.0 * std::exp2(octaves * std::sin(turn)));
+    });
+}
 
 Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
 {
@@ -57,28 +78,84 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
     for (double& value : players) {
         value = saturate(value, 1.6);
     }
-    return makeZone(root, rate, scaledToPeak(centred(players), ensemble.peak), 0);
+    players = centred(players);
+    if (ensemble.sway > 0.0) {
+        players = swayed(players, hz, ensemble.sway);
+    }
+    const Entry& entry = ensemble.entry;
+    Filter mouth(hz);
+    Filter air(hz);
+    Noise noise(ensemble.seed);
+    const Signal entered = withOnset(players, entry.seconds, hz, [&](double value, double t) {
+        const double share = attack(t, entry.seconds);
+        const double cutoff = entry.fromHz * std::pow(entry.toHz / entry.fromHz, share);
+        const double breath = entry.noise * air.band(noise.next(), entry.noiseHz, 0.9);
+        return (mouth.low(value, cutoff) + (breath * decay(t, 0.3 * entry.seconds))) *
+               attack(t, 0.3 * entry.seconds);
+    });
+    return makeZone(root, rate, scaledToPeak(entered, ensemble.peak),
+                    samplesFor(entry.seconds, hz));
 }
 
-// A voice with a reed in it: three waves to each harmonic, the outer two beating.
+// The lines of a voice with a reed in it: three waves to each harmonic, the outer two beating.
+double reed(int harmonic, double hertz)
+{
+    const double odd = harmonic % 2 == 1 ? 1.0 : 0.55;
+    return odd * (0.75 + bell(hertz, 1500.0, 700.0)) * std::pow(harmonic, -1.1) /
+           (1.0 + std::pow(hertz / 5200.0, 3.0));
+}
+
+// The reed opens under the tongue, then its highs breathe once in each loop.
 Zone makeLeadZone(int root, Rate rate)
 {
+    constexpr double kOnset = 0.16;
     const double hz = rate.hertz();
-    Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.4), hz);
+    Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.62), hz);
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
-        const double hertz = h * spectrum.hertz();
-        const double odd = h % 2 == 1 ? 1.0 : 0.55;
-        const double amplitude = odd * (0.75 + bell(hertz, 1500.0, 700.0)) * std::pow(h, -1.1) /
-                                 (1.0 + std::pow(hertz / 5200.0, 3.0));
+        const double amplitude = reed(h, h * spectrum.hertz());
         spectrum.addWave(h, amplitude, 0.7 * h);
-        spectrum.addWave(h, 0.4 * amplitude, 1.9 * h, h < 3 ? 1 : 2);
+        spectrum.addWave(h, 0.4 * amplitude, 1.9 * h, h < 3 ? 1 : 3);
         spectrum.addWave(h, 0.4 * amplitude, 2.9 * h, h < 3 ? -1 : -2);
     }
-    Signal reed = scaledToPeak(spectrum.toSignal(), 1.0);
-    for (double& value : reed) {
+    Signal loop = scaledToPeak(spectrum.toSignal(), 1.0);
+    for (double& value : loop) {
         value = saturate(value, 2.2);
     }
-    return makeZone(root, rate, scaledToPeak(centred(reed), 0.95), 0);
+    const Signal breathing = swayed(centred(loop), hz, 0.5);
+    for (std::size_t i = 0; i < loop.size(); ++i) {
+        loop[i] = (0.35 * loop[i]) + (0.65 * breathing[i]);
+    }
+    Filter tongue(hz);
+    Filter air(hz);
+    Noise noise(42);
+    const Signal blown = withOnset(centred(loop), kOnset, hz, [&](double value, double t) {
+        const double cutoff = 600.0 + (7500.0 * attack(t, 0.07));
+        const double chiff = air.band(noise.next(), 3800.0, 0.8) * decay(t, 0.012);
+        return (tongue.low(value, cutoff, 1.1) * attack(t, 0.005)) + (0.22 * chiff);
+    });
+    return makeZone(root, rate, scaledToPeak(blown, 0.95), samplesFor(kOnset, hz));
+}
+
+// The same reed, only touched.
+Zone makeTouchZone(int root, Rate rate)
+{
+    const double hz = rate.hertz();
+    const double pitch = noteHertz(root);
+    Signal sum(samplesFor(0.5, hz), 0.0);
+    for (int h = 1; h * pitch < 0.45 * hz; ++h) {
+        Oscillator wave(hz, 0.11 * h);
+        Oscillator other(hz, 0.29 * h);
+        const double ring = 0.3 / (1.0 + (0.35 * (h - 1)));
+        for (std::size_t i = 0; i < sum.size(); ++i) {
+            const double t = static_cast<double>(i) / hz;
+            const double pair = wave.sine(h * pitch) + (0.5 * other.sine(1.004 * h * pitch));
+            sum[i] += reed(h, h * pitch) * pair * decay(t, ring) * attack(t, 0.0015);
+        }
+    }
+    for (double& value : sum) {
+        value = saturate(value, 1.4);
+    }
+    return makeZone(root, rate, finished(withRoom(sum, hz, 0.5, 0.2), hz, 0.95, 0.15));
 }
 
 Zone makeFluteZone(int root, Rate rate)
@@ -119,51 +196,77 @@ XmInstrument makeDrone()
     return drone;
 }
 
+// Light through a door that opens and closes by itself.
 XmInstrument makePad()
 {
-    constexpr Ensemble kPad{warm, 17.0, 1.0, 0.62, 60};
-    XmInstrument pad = makeInstrument("pad", {makeEnsembleZone(kPad, noteA(2), kRate22k),
-                                              makeEnsembleZone(kPad, noteF(3), kRate22k),
-                                              makeEnsembleZone(kPad, noteD(4), kRate22k)});
-    setEnvelope(pad, 24, 0, 64, 50);
+    constexpr Ensemble kPad{
+        warm, 17.0, 1.1, 0.8, {0.3, 350.0, 2600.0, 0.0, 1000.0},
+            0.66, 60
+    };
+    XmInstrument pad = makeInstrument("pad", {makeEnsembleZone(kPad, noteA(2), kRate16k),
+                                              makeEnsembleZone(kPad, noteF(3), kRate16k),
+                                              makeEnsembleZone(kPad, noteD(4), kRate16k)});
+    setEnvelope(pad, 14, 0, 64, 50);
+    setDrift(pad, 12, 61);
     return pad;
 }
 
+// From a hum to an open vowel.
 XmInstrument makeChoir()
 {
-    constexpr Ensemble kChoir{sung, 13.0, 0.9, 0.75, 70};
-    XmInstrument choir = makeInstrument("choir", {makeEnsembleZone(kChoir, noteD(4), kRate22k),
-                                                  makeEnsembleZone(kChoir, noteA(4), kRate22k)});
-    setEnvelope(choir, 16, 0, 64, 70);
+    constexpr Ensemble kChoir{
+        sung, 13.0, 0.8, 0.0, {0.36, 420.0, 3800.0, 0.1, 2300.0},
+            0.75, 70
+    };
+    XmInstrument choir = makeInstrument("choir", {makeEnsembleZone(kChoir, noteF(3), kRate16k),
+                                                  makeEnsembleZone(kChoir, noteC(4), kRate16k),
+                                                  makeEnsembleZone(kChoir, noteA(4), kRate16k)});
+    setEnvelope(choir, 8, 0, 64, 70);
+    setDrift(choir, 14, 47);
+    setVibrato(choir, 2, 22, 60);
     return choir;
 }
 
 XmInstrument makeStrings()
 {
-    constexpr Ensemble kStrings{bowed, 10.0, 0.8, 0.72, 80};
+    constexpr Ensemble kStrings{
+        bowed, 10.0, 0.7, 0.0, {0.14, 900.0, 8000.0, 0.25, 3200.0},
+            0.74, 80
+    };
     XmInstrument strings =
-        makeInstrument("strings", {makeEnsembleZone(kStrings, noteD(4), kRate32k),
-                                   makeEnsembleZone(kStrings, noteA(4), kRate32k)});
-    setEnvelope(strings, 6, 0, 64, 24);
-    setVibrato(strings, 3, 28, 30);
+        makeInstrument("strings", {makeEnsembleZone(kStrings, noteF(3), kRate22k),
+                                   makeEnsembleZone(kStrings, noteD(4), kRate22k),
+                                   makeEnsembleZone(kStrings, noteA(4), kRate22k)});
+    setEnvelope(strings, 2, 0, 64, 24);
+    setVibrato(strings, 3, 28, 50);
+    setDrift(strings, 8, 53);
     return strings;
 }
 
+// The voice that has the tune. It comes to rest before it begins to waver.
 XmInstrument makeLead()
 {
     XmInstrument lead =
-        makeInstrument("lead", {makeLeadZone(noteD(4), kRate32k), makeLeadZone(noteA(4), kRate32k),
-                                makeLeadZone(noteF(5), kRate32k)});
-    setEnvelope(lead, 1, 12, 58, 16);
-    setVibrato(lead, 5, 30, 40);
+        makeInstrument("lead", {makeLeadZone(noteA(4), kRate22k), makeLeadZone(noteF(5), kRate22k),
+                                makeLeadZone(noteC(6), kRate22k)});
+    setEnvelope(lead, 0, 14, 56, 14);
+    setVibrato(lead, 5, 30, 70);
     return lead;
+}
+
+XmInstrument makeTouch()
+{
+    XmInstrument touch = makeInstrument(
+        "touch", {makeTouchZone(noteA(4), kRate22k), makeTouchZone(noteF(5), kRate22k)});
+    setEnvelope(touch, 0, 0, 64, 12);
+    return touch;
 }
 
 XmInstrument makeFlute()
 {
     XmInstrument flute = makeInstrument("flute", {makeFluteZone(noteD(5), kRate32k)});
-    setEnvelope(flute, 3, 0, 64, 20);
-    setVibrato(flute, 4, 26, 24);
+    setEnvelope(flute, 2, 0, 64, 20);
+    setVibrato(flute, 4, 26, 50);
     return flute;
 }
 
@@ -173,7 +276,7 @@ XmInstrument makeWind()
     constexpr double kGridHertz = 100.0;
     constexpr int kRoot = noteC(4);
     const double hz = kRate32k.hertz();
-    Spectrum spectrum(fitLoop(kGridHertz, hz, 0.9), hz);
+    Spectrum spectrum(fitLoop(kGridHertz, hz, 0.6), hz);
     Noise phases(95);
     for (int h = 4; h <= spectrum.harmonics(); ++h) {
         const double hertz = h * spectrum.hertz();

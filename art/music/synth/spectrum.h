@@ -4,6 +4,8 @@
 
 #include "art/music/synth/signal.h"
 
+#include <algorithm>
+
 // A loop in which a pitch fits a whole number of times, within half a cent.
 struct LoopShape {
     std::size_t size = 0;   // samples
@@ -39,6 +41,24 @@ private:
     std::vector<double> cosines_; // amplitude by line
     std::vector<double> sines_;
 };
+
+// A loop behind its onset: `process(value, t)` hears the loop as it would come before its own
+// beginning, and gives way to it over the second half of `seconds`. The loop starts at
+// samplesFor(seconds, rateHz).
+template <class Process>
+Signal withOnset(const Signal& loop, double seconds, double rateHz, Process process)
+{
+    const std::size_t onset = samplesFor(seconds, rateHz);
+    Signal result(onset + loop.size());
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        const std::size_t before = onset > i ? (onset - i) % loop.size() : 0;
+        const double value = loop[i < onset ? (loop.size() - before) % loop.size() : i - onset];
+        const double t = static_cast<double>(i) / rateHz;
+        const double share = i < onset ? std::max(0.0, (2.0 * t / seconds) - 1.0) : 1.0;
+        result[i] = i < onset ? ((1.0 - share) * process(value, t)) + (share * value) : value;
+    }
+    return result;
+}
 
 // What `process` makes of a loop once it has settled: it hears the loop twice, and the second
 // time is kept.

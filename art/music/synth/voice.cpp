@@ -59,6 +59,19 @@ void setEnvelope(XmInstrument& instrument, int attackTicks, int decayTicks, int 
     instrument.fadeout = std::min(kFadeFull / releaseTicks, kFastestFade);
 }
 
+void setDrift(XmInstrument& instrument, int depth, int ticks)
+{
+    constexpr int kMiddle = 32;
+    constexpr int kTurns = 10;
+    std::vector<XmEnvelopePoint>& points = instrument.panning.points;
+    points = {
+        {0, kMiddle}
+    };
+    for (int turn = 1; turn <= kTurns; ++turn) {
+        points.push_back({turn * ticks, turn % 2 == 1 ? kMiddle + depth : kMiddle - depth});
+    }
+}
+
 void setVibrato(XmInstrument& instrument, int depth, int rate, int sweepTicks)
 {
     instrument.vibratoDepth = depth;

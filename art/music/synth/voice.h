@@ -60,5 +60,9 @@ XmInstrument makeInstrument(const std::string& name, std::vector<Zone> zones);
 void setEnvelope(XmInstrument& instrument, int attackTicks, int decayTicks, int sustain,
                  int releaseTicks);
 
+// A place that wanders to both sides of the channel's own, turning every `ticks`; `depth` of 32
+// reaches the nearer edge.
+void setDrift(XmInstrument& instrument, int depth, int ticks);
+
 // A pitch that wavers, in the format's own units, and reaches its depth after `sweepTicks`.
 void setVibrato(XmInstrument& instrument, int depth, int rate, int sweepTicks);
