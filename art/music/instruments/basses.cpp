@@ -26,13 +26,15 @@ Zone makeGrowlZone(int root)
     Filter mouth(hz);
     Filter box(hz);
     Filter floor(hz);
+    Filter rest(hz);
     const Signal strings = scaledToPeak(spectrum.toSignal(), 1.0);
     const Signal driven = settled(strings, [&](double value, std::size_t i) {
         const double turn = kTau * static_cast<double>(i) / static_cast<double>(shape.size);
         const double vowel = 1000.0 * std::exp2(1.3 * std::sin(turn));
         const double shaped =
             (0.7 * throat.low(value, 1900.0, 0.8)) + (2.4 * mouth.band(value, vowel, 2.4));
-        return floor.high(box.low(std::tanh(7.0 * shaped), 9000.0), 95.0);
+        const double torn = std::tanh(5.0 * floor.high(std::tanh(4.0 * shaped), 110.0));
+        return box.low(std::tanh(2.5 * rest.high(torn, 60.0)), 9000.0);
     });
     return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }

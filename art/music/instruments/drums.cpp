@@ -163,7 +163,7 @@ XmInstrument makeSnare()
         const double rim = upper.sine(1.78 * kSkin.hertz(t)) * decay(t, 0.04);
         const double rattle =
             wires.high(noise.next(), 1900.0) * ((0.8 * decay(t, 0.03)) + (0.4 * decay(t, 0.11)));
-        return saturate((0.75 * head) + (0.35 * rim) + (1.1 * rattle), 2.4) * attack(t, 0.0005);
+        return saturate((1.1 * head) + (0.5 * rim) + (1.9 * rattle), 3.0) * attack(t, 0.0005);
     });
     return oneShot("snare", kRate45k, finished(withRoom(dry, hz, 0.5, 0.35), hz, 0.95, 0.1));
 }

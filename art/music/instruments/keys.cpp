@@ -120,7 +120,7 @@ XmInstrument makeSkank()
     constexpr int kRoot = noteD(4);
     const double hz = kRate32k.hertz();
     Filter thin(hz);
-    Signal chord = makeChord(noteHertz(kRoot), hz, 0.5, kNotes, 3800.0, 0.11);
+    Signal chord = makeChord(noteHertz(kRoot), hz, 0.5, kNotes, 5200.0, 0.11);
     for (std::size_t i = 0; i < chord.size(); ++i) {
         chord[i] =
             saturate(thin.high(chord[i], 240.0) * decay(static_cast<double>(i) / hz, 0.22), 4.0);

@@ -56,12 +56,12 @@ struct Ensemble {
 };
 
 // The highs of a loop come and go.
-Signal swayed(const Signal& loop, double hz, double octaves)
+Signal swayed(const Signal& loop, double hz, double centreHz, double octaves)
 {
     Filter highs(hz);
     return settled(loop, [&](double value, std::size_t i) {
         const double turn = kTau * static_cast<double>(i) / static_cast<double>(loop.size());
-        return highs.low(value, 2200.0 * std::exp2(octaves * std::sin(turn)));
+        return highs.low(value, centreHz * std::exp2(octaves * std::sin(turn)));
     });
 }
 
@@ -80,7 +80,7 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
     }
     players = centred(players);
     if (ensemble.sway > 0.0) {
-        players = swayed(players, hz, ensemble.sway);
+        players = swayed(players, hz, 2200.0, ensemble.sway);
     }
     const Entry& entry = ensemble.entry;
     Filter mouth(hz);
@@ -101,8 +101,8 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
 double reed(int harmonic, double hertz)
 {
     const double odd = harmonic % 2 == 1 ? 1.0 : 0.55;
-    return odd * (0.75 + bell(hertz, 1500.0, 700.0)) * std::pow(harmonic, -1.1) /
-           (1.0 + std::pow(hertz / 5200.0, 3.0));
+    return odd * (0.7 + bell(hertz, 1500.0, 700.0) + (0.9 * bell(hertz, 3000.0, 1100.0))) *
+           std::pow(harmonic, -1.1) / (1.0 + std::pow(hertz / 5200.0, 3.0));
 }
 
 // The reed opens under the tongue, then its highs breathe once in each loop.
@@ -121,7 +121,7 @@ Zone makeLeadZone(int root, Rate rate)
     for (double& value : loop) {
         value = saturate(value, 2.2);
     }
-    const Signal breathing = swayed(centred(loop), hz, 0.5);
+    const Signal breathing = swayed(centred(loop), hz, 3600.0, 0.6);
     for (std::size_t i = 0; i < loop.size(); ++i) {
         loop[i] = (0.35 * loop[i]) + (0.65 * breathing[i]);
     }
