@@ -59,7 +59,7 @@ XmInstrument makeBoom()
 // An ember: small dry cracks, none like the next.
 XmInstrument makeSparks()
 {
-    constexpr double kChance = 0.0009; // of a crack in each sample
+    constexpr double kChance = 0.0014; // of a crack in each sample
     const double hz = kRate45k.hertz();
     Noise noise(96);
     Filter wood(hz);
@@ -67,7 +67,8 @@ XmInstrument makeSparks()
     const Signal signal = generate(0.7, hz, [&](double t) {
         const double dice = 0.5 * (noise.next() + 1.0);
         crack = dice < kChance ? 0.25 + (0.75 * dice / kChance) : 0.985 * crack;
-        return wood.band(noise.next() * crack, 4600.0 + (8000.0 * crack), 1.2) * attack(t, 0.002);
+        const double split = wood.band(noise.next() * crack, 5200.0 + (8000.0 * crack), 1.0);
+        return saturate(3.0 * split, 1.0) * attack(t, 0.002);
     });
     return makeInstrument("sparks", {makeZone(kRoot, kRate45k, finished(signal, hz, 0.8, 0.1))});
 }
