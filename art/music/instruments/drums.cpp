@@ -96,7 +96,7 @@ XmInstrument makeCrack(const std::string& name, const SnareHit& hit)
         const double rattle = wires.high(white, 1500.0) * decay(t, 0.085);
         const double edge = crack.band(white, 4300.0, 1.4) * decay(t, 0.012);
         const double all = (1.0 * head) + (hit.rattle * rattle) + (hit.edge * edge);
-        return saturate(all, 3.2) * attack(t, 0.0003);
+        return saturate(1.5 * all, 3.2) * attack(t, 0.0003);
     });
     return oneShot(name, kRate45k, finished(withRoom(dry, hz, 0.7, 0.5), hz, 0.95, 0.12));
 }
