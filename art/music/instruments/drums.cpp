@@ -291,9 +291,10 @@ XmInstrument makeTick()
     Oscillator modulator(hz);
     const Signal signal = generate(0.08, hz, [&](double t) {
         const double bend = modulator.sine(1470.0) * 2600.0 * decay(t, 0.012);
-        return carrier.sine(1900.0 + (2500.0 * decay(t, 0.006)) + bend) * decay(t, 0.014);
+        const double chirp = carrier.sine(1900.0 + (2500.0 * decay(t, 0.006)) + bend);
+        return saturate(3.0 * chirp * decay(t, 0.013), 2.0);
     });
-    return oneShot("tick", kRate45k, finished(signal, hz, 0.8, 0.02));
+    return oneShot("tick", kRate45k, finished(signal, hz, 0.95, 0.02));
 }
 
 XmInstrument makeTom()

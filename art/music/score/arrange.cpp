@@ -107,20 +107,20 @@ bool setsSpeed(const XmCell& cell)
 // channel is left alone: it belongs to the picture.
 void setSpeed(XmPattern& pattern, int row, int ticks)
 {
-    const int channels = pattern.channels() - 1;
-    int place = 0;
-    while (place < channels && !setsSpeed(pattern.at(row, place))) {
-        ++place;
+    XmCell* place = nullptr;
+    for (int c = pattern.channels() - 2; c >= 0; --c) {
+        XmCell& cell = pattern.at(row, c);
+        if (setsSpeed(cell)) {
+            place = &cell;
+            break;
+        }
+        place = cell.effect == 0 && cell.parameter == 0 ? &cell : place;
     }
-    for (int c = 0; place == channels && c < channels; ++c) {
-        const XmCell& cell = pattern.at(row, c);
-        place = cell.effect == 0 && cell.parameter == 0 ? c : place;
+    if (place == nullptr) {
+        throw ScoreError("row " + std::to_string(row) + ": no effect column is free for a speed");
     }
-    if (place == channels) {
-        throw ScoreError("row " + std::to_string(row) + ": no effect column is free for the swing");
-    }
-    pattern.at(row, place).effect = kXmEffectSpeed;
-    pattern.at(row, place).parameter = static_cast<std::uint8_t>(ticks);
+    place->effect = kXmEffectSpeed;
+    place->parameter = static_cast<std::uint8_t>(ticks);
 }
 
 // The speeds of a pattern that swings; behind one, a straight pattern begins with the song's own.
