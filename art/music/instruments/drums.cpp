@@ -294,7 +294,7 @@ XmInstrument makeTick()
         const double chirp = carrier.sine(1900.0 + (2500.0 * decay(t, 0.006)) + bend);
         return saturate(3.0 * chirp * decay(t, 0.013), 2.0);
     });
-    return oneShot("tick", kRate45k, finished(signal, hz, 0.95, 0.02));
+    return oneShot("tick", kRate45k, finished(signal, hz, 0.78, 0.02));
 }
 
 XmInstrument makeTom()
