@@ -90,6 +90,22 @@ TEST(Band, SamplesEndWithoutAClick)
     }
 }
 
+// What is struck is heard on its row: a quarter of its loudest value within 12 ms.
+TEST(Band, HitsBeginAtOnce)
+{
+    for (const XmSample& sample : band()) {
+        if (sample.loopLength != 0 || sample.name == "riser" || sample.name == "reverse") {
+            continue;
+        }
+        const double rate = 8363.0 * std::exp2(sample.relativeNote / 12.0); // of C-4
+        const auto [low, high] = std::minmax_element(sample.data.begin(), sample.data.end());
+        const int loudest = std::max(-int(*low), int(*high));
+        const auto isLoud = [loudest](int value) { return 4 * std::abs(value) >= loudest; };
+        const auto first = std::find_if(sample.data.begin(), sample.data.end(), isLoud);
+        EXPECT_LT(double(first - sample.data.begin()) / rate, 0.012) << sample.name;
+    }
+}
+
 // A phase past a whole cycle once made the first values a hundred times too large.
 TEST(Oscillator, StartsInBoundsAtEveryPhase)
 {
