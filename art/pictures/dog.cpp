@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cairo.h>
+#include <cstddef>
 #include <glm/gtc/constants.hpp>
 #include <glm/gtc/noise.hpp>
 #include <vector>
@@ -59,10 +60,10 @@ public:
         keepFlow(folder);
         drawSkin();
         folder.keepStage(drawing_.picture(), "dog-3-undercoat.tga");
-        drawMouth(0.9F, 4.0);
-        drawFur();
-        drawMouth(0.85F, 2.4);
-        folder.keepStage(drawing_.picture(), "dog-4-hairs.tga");
+        drawMouth(0.9F, 6.0);
+        drawFur(folder);
+        drawMouth(0.9F, 3.0);
+        folder.keepStage(drawing_.picture(), "dog-5-hairs.tga");
         for (const float side : {-1.0F, 1.0F}) {
             drawNostril(side);
             const glm::vec3 mirror(side, 1.0F, 1.0F);
@@ -105,7 +106,7 @@ private:
         Random random(kSeed);
         for (int i = 0; i < kLines; ++i) {
             glm::vec2 place(random.next() * kWidth, random.next() * kHeight);
-            const glm::vec3 tone = glm::mix(kDark, kKeyColour, random.next());
+            const glm::vec3 tone = glm::mix(kRust, kKeyColour, random.next());
             std::vector<glm::vec2> joints;
             for (int step = 0; step < kSteps && surfaceAt(place).hit; ++step) {
                 const Surface& surface = surfaceAt(place);
@@ -152,7 +153,7 @@ private:
         return glm::clamp((coat.length - 4.0F) / 18.0F, 0.0F, 1.4F);
     }
 
-    void drawFur()
+    void drawFur(const OutputFolder& folder)
     {
         Random random(kSeed);
         std::vector<Root> roots;
@@ -171,8 +172,11 @@ private:
         }
         std::stable_sort(roots.begin(), roots.end(),
                          [](const Root& a, const Root& b) { return a.fromNose > b.fromNose; });
-        for (const Root& root : roots) {
-            drawHair(root, random);
+        for (std::size_t i = 0; i < roots.size(); ++i) {
+            if (i == roots.size() / 2) {
+                folder.keepStage(drawing_.picture(), "dog-4-behind.tga");
+            }
+            drawHair(roots[i], random);
         }
     }
 
@@ -229,8 +233,8 @@ private:
 
         const float lockShade = 0.8F + 0.4F * unit(root.lock.number << 3U);
         const glm::vec3 shade =
-            strayColour(root.place, random) * random.between(0.62F, 1.32F) * lockShade;
-        const float deep = 1.0F - 0.62F * across * across * glm::min(1.0F, 0.5F + shag);
+            strayColour(root.place, random) * random.between(0.68F, 1.3F) * lockShade;
+        const float deep = 1.0F - 0.62F * across * across * glm::min(1.0F, 0.25F + shag);
         const glm::vec3 light = lightOnFur(surface, normal, hair, shade) * deep;
         drawing_.fillHair(joints, 0.9F + 0.35F * shag,
                           (0.6F - 0.35F * glm::min(1.0F, shag)) * light, 1.1F * light, 0.85F);
@@ -261,7 +265,7 @@ private:
         constexpr glm::vec3 kParting{0.0F, -0.37F, 1.0F};
         constexpr glm::vec3 kLip{0.05F, -0.44F, 1.0F};
         constexpr glm::vec3 kCheek{0.15F, -0.47F, 0.90F};
-        constexpr glm::vec3 kCorner{0.27F, -0.37F, 0.55F};
+        constexpr glm::vec3 kCorner{0.26F, -0.41F, 0.60F};
         drawing_.setColour(0.3F * kLeather, cover);
         drawCurve(kUnderNose, kUnderNose, kParting, kParting, width);
         for (const float side : {-1.0F, 1.0F}) {
@@ -282,7 +286,7 @@ private:
             const glm::vec2 root = onFace({side * (0.12F + 0.035F * along),
                                            -0.24F - 0.05F * static_cast<float>(row) + 0.01F * along,
                                            1.0F - 0.045F * along});
-            drawDisc(drawing_, root, 0.9, 0.5F * kDark, 0.6F);
+            drawDisc(drawing_, root, 0.9, 0.5F * kRust, 0.6F);
         }
         for (int i = 0; i < kWhiskers; ++i) {
             const float side = i % 2 == 0 ? -1.0F : 1.0F;
@@ -337,7 +341,7 @@ void makeDog(const OutputFolder& folder)
     portrait.draw(folder);
     Picture picture = portrait.picture();
     printHard(picture);
-    folder.keepStage(picture, "dog-5-finished.tga");
+    folder.keepStage(picture, "dog-6-finished.tga");
     folder.write(picture, 24, "koira.tga");
 }
 

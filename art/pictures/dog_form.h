@@ -23,21 +23,21 @@
 // head's forms stand in a space of their own, which is turned and tilted against the body's.
 namespace dog {
 
-inline const glm::vec3 kWhite = colour(0xf6d09a);
-inline const glm::vec3 kTan = colour(0xd98436);
-inline const glm::vec3 kDark = colour(0x8c481a);
+inline const glm::vec3 kCream = colour(0xd8b180);
+inline const glm::vec3 kTan = colour(0xa85c24);
+inline const glm::vec3 kRust = colour(0x6c3212);
 inline const glm::vec3 kLeather = colour(0x140b07);
 
-inline constexpr float kHeadTurn = -0.20F; // radians, toward the light on the viewer's left
-inline constexpr float kHeadTilt = 0.07F;  // radians, clockwise
+inline constexpr float kHeadTurn = -0.17F; // radians, toward the light on the viewer's left
+inline constexpr float kHeadTilt = 0.12F;  // radians, clockwise
 inline constexpr float kHeadBow = 0.03F;   // radians, the nose down
 
 // Stands for a groom that leads away from a point deep in the muzzle, as fur on the face grows.
 inline const glm::vec3 kFromMuzzle{0.0F, 0.0F, 0.0F};
-inline const glm::vec3 kMuzzle{0.0F, -0.30F, 0.70F};
-inline const glm::vec3 kNoseTip{0.0F, -0.17F, 1.08F};
-inline const glm::vec3 kEye{0.228F, 0.13F, 0.40F};
-inline const glm::vec3 kBrowSpot{0.17F, 0.29F, 0.36F};
+inline const glm::vec3 kMuzzle{0.0F, -0.34F, 0.72F};
+inline const glm::vec3 kNoseTip{0.0F, -0.16F, 1.07F};
+inline const glm::vec3 kEye{0.25F, 0.13F, 0.42F};
+inline const glm::vec3 kBrowSpot{0.20F, 0.36F, 0.42F};
 
 // What grows on a form, and at a place.
 struct Coat {
@@ -58,39 +58,37 @@ struct Form {
 
 // clang-format off
 inline const auto kHead = std::to_array<Form>({
-    // Skull, brow, cheekbone, the cheek's ruff.
-    {{0.00,  0.17, -0.20}, {0.47, 0.38, 0.54}, {0.00,  0.00,  0.00}, 0.10F, {kFromMuzzle, 12, kDark}},
-    {{0.20,  0.25,  0.22}, {0.18, 0.09, 0.17}, {0.25,  0.00, -0.22}, 0.10F, {{0.35, 1, -0.7}, 8, kDark}},
-    {{0.29, -0.06,  0.12}, {0.23, 0.22, 0.33}, {0.00,  0.35,  0.00}, 0.14F, {{0.8, -0.2, -0.6}, 13, kDark}},
-    {{0.42, -0.18, -0.14}, {0.26, 0.36, 0.30}, {0.00,  0.00,  0.30}, 0.14F, {{0.9, -0.75, -0.1}, 32, kDark}},
-    // The muzzle's root, its bridge and end, upper lip, lower jaw, chin.
-    {{0.17, -0.18,  0.38}, {0.16, 0.20, 0.30}, {0.00,  0.00,  0.00}, 0.14F, {{0.7, -0.4, -0.6}, 9, kWhite}},
-    {{0.00,  0.00,  0.46}, {0.18, 0.17, 0.46}, {0.20,  0.00,  0.00}, 0.14F, {kFromMuzzle, 6, kWhite}},
-    {{0.00, -0.15,  0.86}, {0.155, 0.13, 0.22}, {0.10,  0.00,  0.00}, 0.08F, {kFromMuzzle, 5, kWhite}},
-    {{0.10, -0.26,  0.76}, {0.13, 0.17, 0.27}, {0.12,  0.12, -0.12}, 0.05F, {{0.55, -0.6, -0.6}, 7, kWhite}},
-    {{0.00, -0.46,  0.46}, {0.19, 0.13, 0.38}, {0.10,  0.00,  0.00}, 0.03F, {{0, -0.8, -0.6}, 12, kWhite}},
-    {{0.00, -0.48,  0.76}, {0.11, 0.09, 0.13}, {0.00,  0.00,  0.00}, 0.05F, {{0, -1, -0.2}, 10, kWhite}},
-    // The ear's root, the shell, and the tip that falls forward.
-    {{0.38,  0.32, -0.24}, {0.20, 0.19, 0.14}, {0.00,  0.00, -0.70}, 0.10F, {{0.6, 0.8, -0.2}, 14, kDark}},
-    {{0.54,  0.46, -0.26}, {0.20, 0.27, 0.095}, {0.10, 0.35, -0.75}, 0.07F, {{0.7, 0.7, 0}, 15, kDark}},
-    {{0.70,  0.44, -0.12}, {0.16, 0.26, 0.075}, {-0.40, 0.25, 0.36}, 0.07F, {{0.5, -0.9, 0.3}, 20, kDark}},
+    // Skull, brow, cheekbone, the cheek's longer fur.
+    {{0.00,  0.20, -0.16}, {0.53, 0.44, 0.56}, {0.00,  0.00,  0.00}, 0.10F, {kFromMuzzle, 13, kTan}},
+    {{0.19,  0.30,  0.25}, {0.18, 0.10, 0.16}, {0.00,  0.00, -0.35}, 0.12F, {{0.25, 1, -0.7}, 9, kTan}},
+    {{0.30, -0.06,  0.06}, {0.27, 0.30, 0.38}, {0.00,  0.00,  0.00}, 0.14F, {{0.8, -0.45, -0.5}, 15, kTan}},
+    {{0.37, -0.20, -0.08}, {0.24, 0.30, 0.30}, {0.00,  0.00,  0.30}, 0.14F, {{0.8, -0.85, -0.1}, 28, kTan}},
+    // The muzzle's bridge and end, upper lip, lower jaw, chin.
+    {{0.00, -0.05,  0.48}, {0.19, 0.19, 0.42}, {0.16,  0.00,  0.00}, 0.16F, {kFromMuzzle, 6, kCream}},
+    {{0.00, -0.19,  0.82}, {0.18, 0.15, 0.24}, {0.00,  0.00,  0.00}, 0.08F, {kFromMuzzle, 5, kCream}},
+    {{0.11, -0.30,  0.74}, {0.16, 0.17, 0.26}, {0.00,  0.00, -0.15}, 0.05F, {{0.6, -0.45, -0.6}, 7, kCream}},
+    {{0.00, -0.45,  0.50}, {0.17, 0.12, 0.34}, {0.10,  0.00,  0.00}, 0.03F, {{0, -0.8, -0.5}, 10, kCream}},
+    {{0.00, -0.49,  0.74}, {0.12, 0.09, 0.13}, {0.00,  0.00,  0.00}, 0.05F, {{0, -1, -0.2}, 9, kCream}},
+    // The ear's root, its flap and its tip.
+    {{0.52,  0.33, -0.16}, {0.18, 0.12, 0.15}, {0.00,  0.00, -0.55}, 0.08F, {{0.8, -0.4, 0}, 12, kRust}},
+    {{0.69,  0.10, -0.06}, {0.165, 0.34, 0.09}, {0.00,  0.20,  0.20}, 0.06F, {{0.15, -1, 0.1}, 18, kRust}},
+    {{0.75, -0.16, -0.06}, {0.155, 0.26, 0.07}, {0.00,  0.20,  0.05}, 0.06F, {{-0.05, -1, 0.1}, 26, kRust}},
     // The nose, and what hangs from it to the lip.
-    {{0.00, -0.145, 1.03}, {0.138, 0.10, 0.09}, {0.00, 0.00, 0.00}, 0.03F, {kFromMuzzle, 0, kLeather}},
-    {{0.00, -0.225, 1.01}, {0.070, 0.08, 0.07}, {0.00, 0.00,  0.00}, 0.05F, {kFromMuzzle, 0, kLeather}},
+    {{0.00, -0.145, 1.02}, {0.155, 0.105, 0.10}, {0.00, 0.00, 0.00}, 0.03F, {kFromMuzzle, 0, kLeather}},
+    {{0.00, -0.215, 1.02}, {0.080, 0.09, 0.08}, {0.00, 0.00,  0.00}, 0.05F, {kFromMuzzle, 0, kLeather}},
 });
 inline const auto kBody = std::to_array<Form>({
     // Neck, the collar's sides, chest, shoulder.
-    {{0.00, -0.55, -0.50}, {0.55, 0.70, 0.46}, {0.00,  0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 28, kDark}},
-    {{0.48, -0.72, -0.40}, {0.36, 0.52, 0.36}, {0.00,  0.00,  0.25}, 0.16F, {{0.85, -1, 0.1}, 38, kWhite}},
-    {{0.00, -1.02,  0.04}, {0.58, 0.60, 0.46}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kWhite}},
-    {{0.80, -1.45, -0.62}, {0.48, 0.62, 0.50}, {0.00,  0.00,  0.35}, 0.20F, {{0.5, -1, 0}, 30, kDark}},
+    {{0.00, -0.58, -0.50}, {0.56, 0.72, 0.46}, {0.00,  0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 28, kTan}},
+    {{0.46, -0.86, -0.42}, {0.34, 0.52, 0.36}, {0.00,  0.00,  0.25}, 0.16F, {{0.7, -1, 0.1}, 36, kTan}},
+    {{0.00, -1.04,  0.00}, {0.54, 0.60, 0.44}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kCream}},
+    {{0.76, -1.47, -0.62}, {0.48, 0.66, 0.50}, {0.00,  0.00,  0.30}, 0.20F, {{0.5, -1, 0}, 30, kRust}},
 });
-// What is pressed into the head: the eyes' sockets, the ears' shells, the brow's furrow, the temples.
+// What is pressed into the head: the eyes' sockets, the folds at the ears' roots, the brow's furrow.
 inline const auto kHollows = std::to_array<Form>({
-    {{0.26,  0.12,  0.50}, {0.12, 0.075, 0.10}, {0.00,  0.30, -0.20}, 0.08F, {}},
-    {{0.48,  0.42, -0.11}, {0.10, 0.17, 0.10}, {0.10,  0.35, -0.75}, 0.06F, {}},
-    {{0.00,  0.37,  0.37}, {0.010, 0.15, 0.045}, {-0.5,  0.00,  0.00}, 0.06F, {}},
-    {{0.46,  0.20,  0.24}, {0.12, 0.14, 0.14}, {0.00,  0.00,  0.00}, 0.12F, {}},
+    {{0.26,  0.11,  0.49}, {0.11, 0.06, 0.06}, {0.00,  0.30, -0.20}, 0.08F, {}},
+    {{0.53,  0.22,  0.04}, {0.035, 0.20, 0.12}, {0.00,  0.00,  0.25}, 0.05F, {}},
+    {{0.00,  0.38,  0.42}, {0.020, 0.15, 0.035}, {-0.5,  0.00,  0.00}, 0.08F, {}},
 });
 // clang-format on
 
@@ -245,26 +243,32 @@ private:
         return reach * (reach - 1.0F) / glm::max(slope, 0.001F);
     }
 
-    // The coat's markings: a white blaze that widens to the muzzle, tan cheeks and brow spots, dark
-    // eyelids.
+    // The coat's markings: a dark crown, a blaze that widens over the muzzle, bright spots over and
+    // under the eyes, dark eyelids, bright edges on the ears.
     static glm::vec3 marked(glm::vec3 coat, glm::vec3 head)
     {
         const float aside = std::fabs(head.x);
         const glm::vec3 folded(aside, head.y, head.z);
-        const glm::vec3 fromCheek = (folded - kCheek) / glm::vec3(0.20F, 0.26F, 0.45F);
-        coat = glm::mix(coat, kTan, softStep(1.15F, 0.75F, glm::length(fromCheek)));
-        const float blaze =
-            0.05F + 0.03F * softStep(0.35F, 0.6F, head.y) + 0.17F * softStep(0.15F, -0.16F, head.y);
-        coat = glm::mix(coat, kWhite,
-                        softStep(blaze + 0.03F, blaze - 0.02F, aside) *
+        coat = glm::mix(coat, kRust, 0.55F * softStep(0.36F, 0.56F, head.y));
+        const float blaze = 0.05F + 0.08F * softStep(0.25F, -0.05F, head.y) +
+                            0.05F * softStep(0.35F, 0.65F, head.z);
+        coat = glm::mix(coat, kCream,
+                        softStep(blaze + 0.04F, blaze - 0.02F, aside) *
                             softStep(0.05F, 0.15F, head.z));
-        const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.5F, 0.7F);
-        coat = glm::mix(coat, 1.2F * kTan, softStep(0.16F, 0.09F, glm::length(fromSpot)));
+        const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.6F, 0.7F);
+        coat = glm::mix(coat, kCream, 0.55F * softStep(0.17F, 0.06F, glm::length(fromSpot)));
+        const glm::vec3 fromLid = (folded - kUnderEye) * glm::vec3(1.0F, 1.6F, 0.6F);
+        coat = glm::mix(coat, kCream, 0.5F * softStep(0.20F, 0.10F, glm::length(fromLid)));
         const glm::vec3 fromEye = (folded - kEye) * glm::vec3(1.0F, 1.7F, 0.6F);
-        return glm::mix(coat, 0.2F * kDark, softStep(0.155F, 0.115F, glm::length(fromEye)));
+        coat = glm::mix(coat, 0.3F * kRust, softStep(0.16F, 0.12F, glm::length(fromEye)));
+        // The ears' front edges, which catch light.
+        const float behindEdge = aside - 0.55F - 0.25F * (0.33F - head.y);
+        return glm::mix(coat, kCream,
+                        0.6F * softStep(0.07F, 0.03F, behindEdge) *
+                            softStep(-0.06F, -0.02F, behindEdge) * softStep(0.32F, 0.26F, head.y));
     }
 
-    static constexpr glm::vec3 kCheek{0.30F, -0.22F, 0.20F};
+    static constexpr glm::vec3 kUnderEye{0.30F, 0.0F, 0.40F};
 
     std::vector<Placed> forms_;
     std::vector<Placed> hollows_;

@@ -14,12 +14,12 @@
 // left, a rim from behind on the right, and little between.
 namespace dog {
 
-inline constexpr float kScale = 152.0F; // pixels to a unit, at z = 0
-inline constexpr glm::vec2 kMiddle{270.0F, 118.0F};
+inline constexpr float kScale = 148.0F; // pixels to a unit, at z = 0
+inline constexpr glm::vec2 kMiddle{272.0F, 109.0F};
 inline constexpr glm::vec3 kViewer{0.0F, 0.1F, 6.5F};
 inline constexpr float kFarthest = 9.0F;
 
-inline const glm::vec3 kKeyLight = glm::normalize(glm::vec3(-0.74F, 0.58F, 0.46F));
+inline const glm::vec3 kKeyLight = glm::normalize(glm::vec3(-0.58F, 0.62F, 0.58F));
 inline const glm::vec3 kFillLight = glm::normalize(glm::vec3(0.55F, -0.10F, 0.80F));
 inline const glm::vec3 kRimLight = glm::normalize(glm::vec3(0.90F, 0.22F, -0.36F));
 inline const glm::vec3 kKeyColour = colour(0xffe8c4);
@@ -67,7 +67,7 @@ inline glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 
 {
     const glm::vec3 toViewer = glm::normalize(kViewer - surface.place);
     const float facing = glm::dot(normal, kKeyLight);
-    const float key = glm::max(0.0F, (facing + 0.15F) / 1.15F) * (0.2F + 0.8F * surface.keyLight);
+    const float key = glm::max(0.0F, (facing + 0.2F) / 1.2F) * (0.35F + 0.65F * surface.keyLight);
     const float fill = glm::max(0.0F, glm::dot(normal, kFillLight));
     const float along = glm::dot(hair, glm::normalize(kKeyLight + toViewer));
     const float sheen = power(1.0F - along * along, 10.0F) * glm::max(0.0F, facing + 0.1F) *
@@ -75,10 +75,10 @@ inline glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 
     const float edge = power(1.0F - glm::max(0.0F, glm::dot(surface.normal, toViewer)), 1.6F);
     const float rim = edge * glm::max(0.0F, glm::dot(normal, kRimLight) + 0.25F);
     const float falloff = softStep(-1.0F, -0.3F, surface.place.y) * 0.45F + 0.55F;
-    const float matte = 0.05F + 2.1F * key * (0.32F + 0.70F * key) + 0.26F * fill;
-    const glm::vec3 light =
-        falloff * (surface.openness * (coat * matte + kKeyColour * 0.16F * sheen) +
-                   kRimColour * surface.openness * 2.4F * rim);
+    const float matte = 0.08F + 1.9F * key * (0.35F + 0.65F * key) + 0.42F * fill;
+    const float open = 0.25F + 0.75F * surface.openness;
+    const glm::vec3 light = falloff * (open * (coat * matte + kKeyColour * 0.16F * sheen) +
+                                       kRimColour * surface.openness * 2.4F * rim);
     return light * glm::mix(kShade, glm::vec3(1.0F), softStep(0.05F, 0.8F, brightest(light)));
 }
 
@@ -86,11 +86,11 @@ inline glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 
 inline glm::vec3 lightOnNose(const Surface& surface, glm::vec3 head)
 {
     const glm::vec3 grain(glm::perlin(head * 38.0F), glm::perlin(head * 38.0F + 9.0F), 0.0F);
-    const glm::vec3 normal = glm::normalize(surface.normal + 0.13F * grain);
+    const glm::vec3 normal = glm::normalize(surface.normal + 0.08F * grain);
     const glm::vec3 halfway = glm::normalize(kKeyLight + glm::normalize(kViewer - surface.place));
-    const float wet = power(glm::max(0.0F, glm::dot(normal, halfway)), 30.0F);
+    const float wet = power(glm::max(0.0F, glm::dot(normal, halfway)), 36.0F);
     const float sky = glm::max(0.0F, normal.y);
-    return kLeather + kKeyColour * (0.9F * wet + 0.10F * sky * sky);
+    return kLeather + kKeyColour * (1.1F * wet + 0.10F * sky * sky);
 }
 
 } // namespace dog
