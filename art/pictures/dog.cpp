@@ -87,7 +87,7 @@ private:
         Picture form(surfaces_.width(), surfaces_.height());
         form.fill([&](int x, int y) {
             const Surface& surface = surfaces_.at(x, y);
-            const glm::vec3 grey(0.75F);
+            const glm::vec3 grey(0.6F);
             return glm::vec4(surface.hit ? lightOnFur(surface, surface.normal, kRimLight, grey)
                                          : glm::vec3(0.0F),
                              1.0F);
@@ -329,7 +329,7 @@ void printHard(Picture& picture)
     picture.fill([&](int x, int y) {
         const glm::vec3 soft(picture.at(x, y));
         const float bright = brightest(soft);
-        const float lifted = (1.0F - exponential(-1.6F * bright)) / (1.0F - exponential(-1.6F));
+        const float lifted = (1.0F - exponential(-1.2F * bright)) / (1.0F - exponential(-1.2F));
         const float hard = glm::mix(lifted, softStep(0.0F, 1.0F, lifted), 0.5F);
         return glm::vec4(soft * (hard / glm::max(0.001F, bright)), 1.0F);
     });

@@ -22,7 +22,7 @@ inline void addAlmond(Drawing& drawing, double size)
 {
     cairo_t* pen = drawing.pen();
     cairo_move_to(pen, -14.5 * size, 4.5 * size);
-    cairo_curve_to(pen, -9 * size, -10 * size, 5 * size, -11.5 * size, 14.5 * size, 0.5 * size);
+    cairo_curve_to(pen, -10 * size, -10.5 * size, 3 * size, -11 * size, 14.5 * size, 1.5 * size);
     cairo_curve_to(pen, 9 * size, 10.5 * size, -6 * size, 12 * size, -14.5 * size, 4.5 * size);
     cairo_close_path(pen);
 }
@@ -42,7 +42,7 @@ inline void drawIris(Drawing& drawing, glm::dvec2 middle)
     constexpr double kPupil = 5.2;
     constexpr int kRings = 24;
     const std::array amber = {colour(0x200a02), colour(0xa84c0a), colour(0xf08c20),
-                              colour(0xffac3c), colour(0xffd070)};
+                              colour(0xffb448), colour(0xffd880)};
     for (int ring = 0; ring <= kRings; ++ring) {
         const float t = static_cast<float>(ring) / kRings;
         const double lower = 4.0 * static_cast<double>(t); // light falls through, from above
@@ -70,12 +70,12 @@ inline void drawLids(Drawing& drawing)
     drawing.fillHair(
         {
             {-15.5, 5.5 },
-            {-11,   -2  },
-            {-5,    -6.8},
-            {1,     -8  },
-            {8,     -5.5},
-            {13,    -0.6},
-            {17,    4   }
+            {-11,   -2.2},
+            {-5,    -7  },
+            {1,     -7.6},
+            {8,     -4.6},
+            {13,    0.2 },
+            {17,    4.6 }
     },
         3.2F, glm::vec3(0.0F), glm::vec3(0.0F));
     drawing.fillHair(
@@ -87,7 +87,7 @@ inline void drawLids(Drawing& drawing)
             {-6,  9.4},
             {-12, 6.9}
     },
-        1.9F, colour(0xd89850), colour(0xffd8a0));
+        2.2F, colour(0xe8a860), colour(0xffe0b0));
 }
 
 // `side` is -1 for the eye on the viewer's left, 1 for the other one.
@@ -120,7 +120,7 @@ inline void drawEye(Drawing& drawing, glm::dvec2 middle, float side)
     cairo_restore(pen);
     drawLids(drawing);
     cairo_scale(pen, side, 1);
-    drawDisc(drawing, {-2.8, -3.2}, 2.6, colour(0xfffaf0));
+    drawDisc(drawing, {-2.8, -3.0}, 2.9, colour(0xfffaf0));
     cairo_restore(pen);
 }
 

@@ -25,7 +25,7 @@ namespace dog {
 
 inline const glm::vec3 kCream = colour(0xd8b180);
 inline const glm::vec3 kTan = colour(0xa85c24);
-inline const glm::vec3 kRust = colour(0x6c3212);
+inline const glm::vec3 kRust = colour(0x763816);
 inline const glm::vec3 kLeather = colour(0x140b07);
 
 inline constexpr float kHeadTurn = -0.17F; // radians, toward the light on the viewer's left
@@ -81,7 +81,7 @@ inline const auto kBody = std::to_array<Form>({
     // Neck, the collar's sides, chest, shoulder.
     {{0.00, -0.58, -0.50}, {0.56, 0.72, 0.46}, {0.00,  0.00,  0.00}, 0.20F, {{0, -1, 0.1}, 28, kTan}},
     {{0.46, -0.86, -0.42}, {0.34, 0.52, 0.36}, {0.00,  0.00,  0.25}, 0.16F, {{0.7, -1, 0.1}, 36, kTan}},
-    {{0.00, -1.04,  0.00}, {0.54, 0.60, 0.44}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kCream}},
+    {{0.00, -1.04,  0.00}, {0.56, 0.60, 0.48}, {0.00,  0.00,  0.00}, 0.18F, {{0, -1, 0.25}, 38, kCream}},
     {{0.76, -1.47, -0.62}, {0.48, 0.66, 0.50}, {0.00,  0.00,  0.30}, 0.20F, {{0.5, -1, 0}, 30, kRust}},
 });
 // What is pressed into the head: the eyes' sockets, the folds at the ears' roots, the brow's furrow.
@@ -211,7 +211,7 @@ private:
         bool inHead;
     };
 
-    static constexpr glm::vec3 kHeadPosition{0.0F, 0.10F, 0.0F};
+    static constexpr glm::vec3 kHeadPosition{0.0F, 0.11F, 0.0F};
 
     static void addForms(std::vector<Placed>& placed, std::span<const Form> forms, bool inHead)
     {
@@ -263,12 +263,13 @@ private:
         coat = glm::mix(coat, 0.3F * kRust, softStep(0.16F, 0.12F, glm::length(fromEye)));
         // The ears' front edges, which catch light.
         const float behindEdge = aside - 0.55F - 0.25F * (0.33F - head.y);
-        return glm::mix(coat, kCream,
-                        0.6F * softStep(0.07F, 0.03F, behindEdge) *
+        return glm::mix(coat, kLitEdge,
+                        0.8F * softStep(0.07F, 0.03F, behindEdge) *
                             softStep(-0.06F, -0.02F, behindEdge) * softStep(0.32F, 0.26F, head.y));
     }
 
     static constexpr glm::vec3 kUnderEye{0.30F, 0.0F, 0.40F};
+    inline static const glm::vec3 kLitEdge = colour(0xe8944a);
 
     std::vector<Placed> forms_;
     std::vector<Placed> hollows_;

@@ -67,15 +67,15 @@ inline glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 
 {
     const glm::vec3 toViewer = glm::normalize(kViewer - surface.place);
     const float facing = glm::dot(normal, kKeyLight);
-    const float key = glm::max(0.0F, (facing + 0.2F) / 1.2F) * (0.35F + 0.65F * surface.keyLight);
+    const float key = glm::max(0.0F, (facing + 0.2F) / 1.2F) * (0.45F + 0.55F * surface.keyLight);
     const float fill = glm::max(0.0F, glm::dot(normal, kFillLight));
     const float along = glm::dot(hair, glm::normalize(kKeyLight + toViewer));
     const float sheen = power(1.0F - along * along, 10.0F) * glm::max(0.0F, facing + 0.1F) *
                         (0.2F + 0.8F * surface.keyLight);
-    const float edge = power(1.0F - glm::max(0.0F, glm::dot(surface.normal, toViewer)), 1.6F);
+    const float edge = power(1.0F - glm::max(0.0F, glm::dot(surface.normal, toViewer)), 2.4F);
     const float rim = edge * glm::max(0.0F, glm::dot(normal, kRimLight) + 0.25F);
-    const float falloff = softStep(-1.0F, -0.3F, surface.place.y) * 0.45F + 0.55F;
-    const float matte = 0.08F + 1.9F * key * (0.35F + 0.65F * key) + 0.42F * fill;
+    const float falloff = softStep(-1.0F, -0.3F, surface.place.y) * 0.25F + 0.75F;
+    const float matte = 0.08F + 1.34F * key * (0.4F + 0.6F * key) + 0.55F * fill;
     const float open = 0.25F + 0.75F * surface.openness;
     const glm::vec3 light = falloff * (open * (coat * matte + kKeyColour * 0.16F * sheen) +
                                        kRimColour * surface.openness * 2.4F * rim);
