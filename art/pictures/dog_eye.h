@@ -107,20 +107,20 @@ inline void drawEye(Drawing& drawing, glm::dvec2 middle, float side)
     addAlmond(drawing, 1.0);
     cairo_save(pen);
     cairo_clip(pen);
-    drawDisc(drawing, {0, 0}, 30, colour(0x2a130a));
+    drawDisc(drawing, {0, 0}, 30, colour(0x3a1c0e));
     cairo_scale(pen, side, 1);
     drawIris(drawing, kGaze);
     cairo_scale(pen, side, 1);
     // The upper lid's shadow.
     for (int shadow = 0; shadow < 6; ++shadow) {
         cairo_rectangle(pen, -20, -20, 40, 12.5 + 1.3 * shadow);
-        drawing.setColour(glm::vec3(0.0F), 0.17F);
+        drawing.setColour(glm::vec3(0.0F), 0.13F);
         cairo_fill(pen);
     }
     cairo_restore(pen);
     drawLids(drawing);
     cairo_scale(pen, side, 1);
-    drawDisc(drawing, {-2.8, -3.0}, 2.9, colour(0xfffaf0));
+    drawDisc(drawing, {-3.6, -3.4}, 2.8, colour(0xfffaf0));
     cairo_restore(pen);
 }
 

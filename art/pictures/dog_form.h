@@ -23,8 +23,8 @@
 // head's forms stand in a space of their own, which is turned and tilted against the body's.
 namespace dog {
 
-inline const glm::vec3 kCream = colour(0xd8b180);
-inline const glm::vec3 kTan = colour(0xa85c24);
+inline const glm::vec3 kCream = colour(0xd0aa7c);
+inline const glm::vec3 kTan = colour(0xac5e26);
 inline const glm::vec3 kRust = colour(0x763816);
 inline const glm::vec3 kLeather = colour(0x140b07);
 
@@ -249,11 +249,12 @@ private:
     {
         const float aside = std::fabs(head.x);
         const glm::vec3 folded(aside, head.y, head.z);
-        coat = glm::mix(coat, kRust, 0.55F * softStep(0.36F, 0.56F, head.y));
+        const float crown = softStep(0.34F, 0.58F, head.y);
+        coat = glm::mix(coat, kRust, 0.75F * crown);
         const float blaze = 0.05F + 0.08F * softStep(0.25F, -0.05F, head.y) +
                             0.05F * softStep(0.35F, 0.65F, head.z);
         coat = glm::mix(coat, kCream,
-                        softStep(blaze + 0.04F, blaze - 0.02F, aside) *
+                        (1.0F - 0.35F * crown) * softStep(blaze + 0.04F, blaze - 0.02F, aside) *
                             softStep(0.05F, 0.15F, head.z));
         const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.6F, 0.7F);
         coat = glm::mix(coat, kCream, 0.55F * softStep(0.17F, 0.06F, glm::length(fromSpot)));
