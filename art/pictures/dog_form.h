@@ -249,15 +249,15 @@ private:
     {
         const float aside = std::fabs(head.x);
         const glm::vec3 folded(aside, head.y, head.z);
-        const float crown = softStep(0.34F, 0.58F, head.y);
-        coat = glm::mix(coat, kRust, 0.75F * crown);
+        const float crown = softStep(0.28F, 0.55F, head.y);
+        coat = glm::mix(coat, 0.5F * kRust, 0.9F * crown);
         const float blaze = 0.05F + 0.08F * softStep(0.25F, -0.05F, head.y) +
                             0.05F * softStep(0.35F, 0.65F, head.z);
         coat = glm::mix(coat, kCream,
-                        (1.0F - 0.35F * crown) * softStep(blaze + 0.04F, blaze - 0.02F, aside) *
+                        (1.0F - 0.4F * crown) * softStep(blaze + 0.04F, blaze - 0.02F, aside) *
                             softStep(0.05F, 0.15F, head.z));
         const glm::vec3 fromSpot = (folded - kBrowSpot) * glm::vec3(1.0F, 1.6F, 0.7F);
-        coat = glm::mix(coat, kCream, 0.55F * softStep(0.17F, 0.06F, glm::length(fromSpot)));
+        coat = glm::mix(coat, kCream, 0.45F * softStep(0.17F, 0.06F, glm::length(fromSpot)));
         const glm::vec3 fromLid = (folded - kUnderEye) * glm::vec3(1.0F, 1.6F, 0.6F);
         coat = glm::mix(coat, kCream, 0.5F * softStep(0.20F, 0.10F, glm::length(fromLid)));
         const glm::vec3 fromEye = (folded - kEye) * glm::vec3(1.0F, 1.7F, 0.6F);

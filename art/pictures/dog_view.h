@@ -75,7 +75,7 @@ inline glm::vec3 lightOnFur(const Surface& surface, glm::vec3 normal, glm::vec3 
     const float edge = power(1.0F - glm::max(0.0F, glm::dot(surface.normal, toViewer)), 2.4F);
     const float rim = edge * glm::max(0.0F, glm::dot(normal, kRimLight) + 0.25F);
     const float falloff = softStep(-1.0F, -0.3F, surface.place.y) * 0.25F + 0.75F;
-    const float matte = 0.08F + 1.34F * key * (0.4F + 0.6F * key) + 0.60F * fill;
+    const float matte = 0.08F + 1.36F * key * (0.4F + 0.6F * key) + 0.66F * fill;
     const float open = 0.25F + 0.75F * surface.openness;
     const glm::vec3 light = falloff * (open * (coat * matte + kKeyColour * 0.16F * sheen) +
                                        kRimColour * surface.openness * 2.4F * rim);
