@@ -110,7 +110,7 @@ TEST(Script, HasItsOrders)
 // from it for a moment, but comes back by itself.
 TEST(Script, SelectsEachSceneWhereItsSectionBegins)
 {
-    constexpr int kLongestCut = 8; // rows
+    constexpr int kLongestCut = 12; // rows
     int cutRows = 0;
     int scene = 0;
     for (const Row& row : readScript(loadShow())) {
