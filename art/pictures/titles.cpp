@@ -4,7 +4,6 @@
 // BY over VELMORANT and THE over END are one stack, twice: a light line over a bold one, both from
 // the same left edge on screen, with the same sizes and the same air between them.
 #include "art/pictures/kit/lighting.h"
-#include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
 
@@ -22,26 +21,23 @@ struct Title {
     double baseline;
     double capHeight;
     Weight weight;
-    double ground;    // how far the dark ground reaches beyond the letters
-    double engraving; // how far inside the edge a line is engraved; 0 is none
 };
 
 // The scene puts the pictures at (0, 176), (0, 208), (0, 0), (60, 70) and (80, 80); the stacks'
-// left edge is at 84. KSO stands in the middle of its picture: the closing scene burns it into the
-// middle of the screen.
+// left edge is at 84. The closing scene puts KSO at (192, 60) and burns it into the light around
+// (320, 136), which is the middle of its letters.
 constexpr std::array kTitles = {
-    Title{"the.tga",       "THE",       128, 32,  84, 29,  15,  Weight::kRegular, 1.4, 0  },
-    Title{"end.tga",       "END",       256, 64,  84, 47,  42,  Weight::kBold,    1.4, 0  },
-    Title{"kso.tga",       "KSO",       256, 128, 36, 117, 106, Weight::kBold,    1.4, 6.5},
-    Title{"by.tga",        "BY",        64,  32,  24, 18,  15,  Weight::kRegular, 1.4, 0  },
-    Title{"velmorant.tga", "VELMORANT", 512, 64,  4,  58,  42,  Weight::kBold,    1.4, 0  },
+    Title{"the.tga",       "THE",       128, 32,  84, 29,  14, Weight::kRegular},
+    Title{"end.tga",       "END",       256, 64,  84, 41,  37, Weight::kBold   },
+    Title{"kso.tga",       "KSO",       256, 128, 48, 122, 92, Weight::kBold   },
+    Title{"by.tga",        "BY",        64,  32,  24, 20,  14, Weight::kRegular},
+    Title{"velmorant.tga", "VELMORANT", 512, 64,  4,  54,  37, Weight::kBold   },
 };
 
 const glm::vec3 kIvory = colour(0xfdf8ea);
-const glm::vec3 kIvoryBelow = colour(0xe6e5d8);
-const glm::vec3 kEngraved = colour(0x7f97a0);
+const glm::vec3 kIvoryBelow = colour(0xeeece0);
 const glm::vec3 kGround = colour(0x0a1219); // the landscape's night; never pure black
-constexpr double kLineWidth = 1.3;
+constexpr double kGroundReach = 1.4;        // beyond the letters
 
 // The letters' inside, or everything closer to their edge than a distance, on both sides.
 GreyPicture letters(const Title& title, double distanceFromEdge)
@@ -66,29 +62,16 @@ GreyPicture letters(const Title& title, double distanceFromEdge)
 Picture makeTitle(const Title& title)
 {
     const GreyPicture inside = letters(title, 0.0);
-    const GreyPicture ground = letters(title, title.ground);
-    const GreyPicture upToLine = letters(title, title.engraving);
-    const GreyPicture pastLine = letters(title, title.engraving + kLineWidth);
-    const bool isEngraved = title.engraving > 0.0;
-    const glm::vec3 toLight(-0.6F, -0.7F, 0.6F);
-    const glm::ivec2 grain(64, 64);
+    const GreyPicture ground = letters(title, kGroundReach);
+    const auto top = static_cast<float>(title.baseline - title.capHeight);
 
     Picture picture(title.width, title.height);
     picture.fill([&](int x, int y) {
         if (ground.at(x, y) == 0.0F && inside.at(x, y) == 0.0F) {
             return glm::vec4(0.0F, 0.0F, 0.0F, 1.0F);
         }
-        const auto top = static_cast<float>(title.baseline - title.capHeight);
         const float down = (static_cast<float>(y) - top) / static_cast<float>(title.capHeight);
-        glm::vec3 letter = glm::mix(kIvory, kIvoryBelow, softStep(0.2F, 1.0F, down));
-        if (isEngraved) {
-            letter *= 1.0F + 0.03F * fractalNoise(glm::vec2(x, y) / 4.0F, grain, 2, 1);
-            const float line = glm::max(0.0F, pastLine.at(x, y) - upToLine.at(x, y));
-            letter = glm::mix(letter, kEngraved, line);
-            // The edge is bevelled a little: bright toward the light, in shade away from it.
-            const float facing = matt(normalAt(inside, x, y, 0.7F), toLight) - 0.55F;
-            letter *= 1.0F + 0.4F * glm::min(0.0F, facing);
-        }
+        const glm::vec3 letter = glm::mix(kIvory, kIvoryBelow, softStep(0.2F, 1.0F, down));
         return glm::vec4(glm::mix(kGround, letter, inside.at(x, y)), 1.0F);
     });
     return picture;

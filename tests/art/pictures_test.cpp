@@ -25,20 +25,20 @@ struct Row {
 // clang-format off
 constexpr Row kRows[] = {
     {"additiivinen_aivo.tga",     256,  256, 24, {  5,   8}, { 40,  51}, kBlack},
-    {"by.tga",                     64,   32, 32, { 12,  18}, {240, 255}, kKeyed},
-    {"end.tga",                   256,   64, 32, { 22,  34}, {240, 255}, kKeyed},
+    {"by.tga",                     64,   32, 32, { 10,  16}, {240, 255}, kKeyed},
+    {"end.tga",                   256,   64, 32, { 18,  26}, {240, 255}, kKeyed},
     {"greet.tga",                 256,  512, 32, { 61,  92}, {240, 255}, kFree},
     {"koira.tga",                 512,  256, 24, { 49,  73}, {200, 255}, kBlackAbove},
-    {"kso.tga",                   256,  128, 32, { 60,  90}, {240, 255}, kKeyed},
+    {"kso.tga",                   256,  128, 32, { 49,  73}, {240, 255}, kKeyed},
     {"muljumap.tga",             1024, 1024,  8, { 75,  95}, {255, 255}, kAllMeet},
     {"oranssipallotexture2.tga",  256,  256, 24, {164, 230}, {240, 255}, kAllMeet},
     {"outohalko4_tumma.tga",      512,  512, 24, { 38,  51}, {126, 165}, kAllMeet},
     {"quentalogo.tga",            256,  128, 32, { 31,  46}, {240, 255}, kKeyed},
     {"texture2.tga",              256,  256, 24, { 58,  88}, {200, 255}, kRowsMeet},
-    {"the.tga",                   128,   32, 32, {  8,  12}, {240, 255}, kKeyed},
+    {"the.tga",                   128,   32, 32, {  7,  10}, {240, 255}, kKeyed},
     {"tokapart_tausta.tga",      1024,  512, 24, { 37,  55}, {153, 220}, kFree},
     {"valo.tga",                  256,  256, 24, {105, 125}, {255, 255}, kAllMeet},
-    {"velmorant.tga",             512,   64, 32, { 31,  47}, {240, 255}, kKeyed},
+    {"velmorant.tga",             512,   64, 32, { 25,  37}, {240, 255}, kKeyed},
 };
 // clang-format on
 
