@@ -1,8 +1,8 @@
 // The column's skin: a braid carved between two borders of incised signs, in stone with metal set
 // into it. The light from the left is part of the picture: the bar that shows it has none.
 //
-// One row is stretched over a face of the bar, so the left edge is a lit arris and the right one
-// lies in the dark. It tiles from top to bottom; left to right it is a face with two ends.
+// One row is stretched over a face of the bar, so the left edge is an arris of steel and the right
+// one lies in the dark. It tiles from top to bottom; left to right it is a face with two ends.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
@@ -24,7 +24,7 @@ constexpr float kMiddle = 128.0F;
 constexpr glm::vec2 kSqueeze(0.5F, 1.0F);
 
 // From an end of the face inward, in pixels.
-constexpr float kArris = 10.0F;      // the rounded edge
+constexpr float kArris = 8.0F;       // the rounded edge
 constexpr float kBorderFrom = 13.0F; // the border with the signs
 constexpr float kBorderTo = 43.0F;
 constexpr float kPanel = 51.0F; // the sunken panel with the braid
@@ -44,6 +44,7 @@ constexpr float kPanelDepth = 17.0F;
 
 const std::array kStone = {colour(0x070c12), colour(0x1d2c38), colour(0x46616f), colour(0x8fabb3),
                            colour(0xdde9e6)};
+const glm::vec3 kSteel = colour(0x6a8691);
 const std::array kMetal = {colour(0x03100f), colour(0x0c3836), colour(0x23807a), colour(0x9fe6d8)};
 
 // Heights in pixels, and how much of a place is metal.
@@ -144,7 +145,7 @@ Relief borderAt(glm::vec2 place)
 // The face without ornaments: rounded edges, a fillet on each side of a border, a sunken panel.
 float mouldingAt(float inward)
 {
-    return 24.0F - 9.0F * softStep(kArris, 0.0F, inward) -
+    return 24.0F - 4.0F * softStep(kArris, 0.0F, inward) -
            3.0F * softStep(2.2F, 0.8F, std::fabs(inward - (kBorderFrom - 2.0F))) -
            3.0F * softStep(2.2F, 0.8F, std::fabs(inward - (kBorderTo + 2.0F))) -
            kPanelDepth * softStep(kPanel - 3.0F, kPanel + 2.0F, inward);
@@ -208,8 +209,10 @@ Picture light(const Face& face)
         glm::vec3 pixel = glm::mix(stone, inlay, metal);
         pixel += kStone[4] * (0.25F * turn * glossy(normal, toLight, 30.0F) * (1.0F - metal));
 
-        // The two edges that make the bar look square.
-        pixel += kStone[4] * (0.45F * softStep(kArris, 1.0F, static_cast<float>(x)));
+        // The two edges that make the bar look square. Where the bar leans, its rows stand off each
+        // other like teeth; a bright edge would show them.
+        pixel = glm::mix(pixel, kSteel,
+                         0.85F * softStep(kArris + 2.0F, kArris - 3.0F, static_cast<float>(x)));
         pixel *= 1.0F - 0.8F * softStep(kSize - 16.0F, kSize - 2.0F, static_cast<float>(x));
         return glm::vec4(pixel, 1.0F);
     });
