@@ -1,4 +1,4 @@
-// A still, cold land: mountains engraved with contour lines stand in layers of fog behind a lake,
+// A still, cold land: mountains drawn in contour lines stand in layers of fog behind a lake,
 // under a full moon. The left is calm and dark for type, the right dark for the column.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
@@ -7,9 +7,7 @@
 #include "art/pictures/landscape_land.h"
 #include "art/pictures/landscape_sky.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 
@@ -17,51 +15,88 @@ namespace {
 
 using namespace landscape;
 
-constexpr float kContourInterval = 0.3F;
-constexpr float kBedInterval = 0.16F; // of the contours of the lake's bed
+constexpr float kContourInterval = 0.3F; // of the land's finest contours
+constexpr float kTilt = 0.36F;           // of the sheets they are counted from, far away
+constexpr float kTiltFrom = 14.0F;       // this distance
+constexpr int kContourLevels = 4;        // each with twice the interval of the one before
+constexpr float kBedInterval = 0.16F;    // of the contours of the lake's bed
 
 const std::array kLand = {colour(0x05090d), colour(0x12212b), colour(0x2b4a57), colour(0x5f8792)};
 const glm::vec3 kLine = colour(0x9fd6d2);
 
-// 1 on the lines where a value passes a multiple of the interval, about one screen pixel wide.
-// `change` is the value's change from one screen pixel to the next; crowded lines fade away.
-float contour(float value, float interval, float change)
+bool isLand(const Sight& sight)
 {
-    const float off = offWhole(value / interval) * interval;
-    const float pixels = off / glm::max(change, 1e-5F);
-    return softStep(0.95F, 0.25F, pixels) * softStep(2.0F, 6.0F, interval / change);
+    return sight.distance > 0.0F && sight.height > 0.0F;
 }
 
-float changeOfHeight(const Sights& sights, int x, int y)
+bool isLake(const Sight& sight)
 {
-    const auto height = [&](int atX, int atY) {
-        return sights.at(std::clamp(atX, 0, kFineWidth - 1), std::clamp(atY, 0, kFineHeight - 1))
-            .height;
-    };
-    const glm::vec2 change(height(x + 1, y) - height(x - 1, y),
-                           height(x, y + 1) - height(x, y - 1));
-    return glm::length(change / (2.0F * kScreenPerPixel));
+    return sight.distance > 0.0F && sight.height <= 0.0F;
 }
 
-// The land in clear air: moonlight and contour lines.
-glm::vec3 bareLandAt(const Sights& sights, int x, int y, glm::vec2 screen)
+glm::vec2 screenAt(int x, int y)
 {
-    const Sight& sight = sights.at(x, y);
-    const float change = changeOfHeight(sights, x, y);
+    return glm::vec2(x, y) * kScreenPerPixel;
+}
+
+// What the contours count: the depth of the lake's bed, and on land the height over sheets that are
+// a little wavy and rise with the distance, so that the lines bend around the mountains as if these
+// were seen from above.
+float levelAt(const Sight& sight, glm::vec2 screen)
+{
+    if (!isLand(sight)) {
+        return sight.height;
+    }
+    const float behind = glm::max(0.0F, sight.distance - kTiltFrom);
+    const glm::vec2 ground = groundAt(screen.x, sight.distance);
+    const float wave = noise(ground / 6.0F + 32.0F, {64, 64}, 21);
+    return sight.height - kTilt * behind * behind / sight.distance - 0.6F * wave;
+}
+
+// The land's contours keep about the same distance on screen: the farther away, the fewer of them.
+// Those that many others stand between are the brighter ones.
+float contourOfLand(float level, float change, float distance)
+{
+    float brightest = 0.0F;
+    float interval = kContourInterval;
+    for (int i = 0; i < kContourLevels; ++i) {
+        const float spacing = interval / distance * kFocalLength; // on an upright wall
+        const float line = contour(level, interval, change);
+        brightest = glm::max(brightest, line * softStep(1.5F, 12.0F, spacing));
+        interval *= 2.0F;
+    }
+    return brightest;
+}
+
+// The contours of the land and of the lake's bed, 0 to 1.
+GreyPicture contoursOf(const Sights& sights)
+{
+    GreyPicture levels(kFineWidth, kFineHeight);
+    levels.fill([&](int x, int y) { return levelAt(sights.at(x, y), screenAt(x, y)); });
+    GreyPicture contours(kFineWidth, kFineHeight);
+    contours.fill([&](int x, int y) {
+        const Sight& sight = sights.at(x, y);
+        const glm::vec2 twice(levels.wrapped(x + 1, y) - levels.wrapped(x - 1, y),
+                              levels.wrapped(x, y + 1) - levels.wrapped(x, y - 1));
+        const float change = glm::length(twice / (2.0F * kScreenPerPixel)); // per screen pixel
+        if (isLand(sight)) {
+            return contourOfLand(levels.at(x, y), change, sight.distance);
+        }
+        return isLake(sight) ? contour(levels.at(x, y), kBedInterval, change) : 0.0F;
+    });
+    return contours;
+}
+
+// The land in clear air, by moonlight.
+glm::vec3 bareLandAt(const Sight& sight, glm::vec2 screen)
+{
     const float light =
         glm::max(0.0F, glm::dot(sight.normal, glm::normalize(glm::vec3(-0.85F, 0.4F, -0.05F))));
-    const float air = airlight(screen);
-    glm::vec3 pixel = ramp(kLand, 0.02F + 1.0F * light * (0.25F + 0.75F * air));
-
-    const bool isIndex = std::fmod(std::floor(sight.height / kContourInterval + 0.5F), 5.0F) < 0.5F;
-    const float line = contour(sight.height, kContourInterval, change);
-    return pixel + kLine * (line * (isIndex ? 0.75F : 0.36F) * (0.25F + 0.75F * air) *
-                            softStep(0.15F, 0.85F, sight.normal.y));
+    return ramp(kLand, 0.02F + 1.0F * light * (0.25F + 0.75F * airlight(screen)));
 }
 
-glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
+glm::vec3 landAt(const Sight& sight, float contour, glm::vec2 screen)
 {
-    const Sight& sight = sights.at(x, y);
     // Fog: thin in the distance, thick on the ground, its upper side in slow waves.
     const glm::ivec2 period(64, 64);
     const glm::vec2 ground = groundAt(screen.x, sight.distance);
@@ -76,25 +111,27 @@ glm::vec3 landAt(const Sights& sights, int x, int y, glm::vec2 screen)
                        softStep(20.0F, 60.0F, sight.distance) *
                        softStep(kHorizon - 75.0F, kHorizon - 10.0F, screen.y);
     const float fog = glm::min(0.97F, far + 0.9F * low * (1 - far) + 0.55F * bank);
-    return glm::mix(bareLandAt(sights, x, y, screen),
-                    ramp(kFog, airlight(screen) * (0.44F + 0.55F * far)), fog);
+    const glm::vec3 pixel = glm::mix(bareLandAt(sight, screen),
+                                     ramp(kFog, airlight(screen) * (0.44F + 0.55F * far)), fog);
+
+    // The contours shine of their own; the fog only dims them.
+    return pixel + kLine * (contour * (1.0F - 0.88F * fog) * (0.17F + 0.55F * airlight(screen)));
 }
 
 // The lake shows the sky and the land upside down, and its bed's contours.
-glm::vec3 lakeAt(const Sights& sights, const Picture& dry, int x, int y, glm::vec2 screen)
+glm::vec3 lakeAt(const Sight& sight, float contour, const Picture& dry, glm::vec2 screen)
 {
-    const Sight& sight = sights.at(x, y);
     const glm::ivec2 period(64, 64);
     const glm::vec2 ground = groundAt(screen.x, sight.distance);
     const float ripple = fractalNoise(ground * glm::vec2(0.9F, 5.0F) + 32.0F, period, 3, 41);
     const float below = screen.y - kHorizon;
     const float mirroredY = (kHorizon - below * (1.0F + 0.25F * ripple)) / kScreenPerPixel.y;
-    const glm::vec3 mirrored(dry.sample(static_cast<float>(x), glm::max(0.0F, mirroredY)));
+    const float x = screen.x / kScreenPerPixel.x;
+    const glm::vec3 mirrored(dry.sample(x, glm::max(0.0F, mirroredY)));
     const float grazing = glm::clamp(1.0F - below / 95.0F, 0.0F, 1.0F);
     glm::vec3 pixel = mirrored * (0.25F + 0.55F * grazing) + kLand[1] * 0.25F;
 
-    const float line = contour(sight.height, kBedInterval, changeOfHeight(sights, x, y));
-    pixel += kLine * (0.24F * line * airlight(screen));
+    pixel += kLine * (contour * (0.04F + 0.38F * airlight(screen)));
 
     // The moon's road over the ripples, and mist where the water is far away.
     const float aside = (screen.x - kMoon.x) / (7.0F + 0.30F * below);
@@ -106,13 +143,8 @@ glm::vec3 lakeAt(const Sights& sights, const Picture& dry, int x, int y, glm::ve
     return glm::mix(pixel, ramp(kFog, 0.62F * airlight(screen)), glm::clamp(mist, 0.0F, 0.8F));
 }
 
-glm::vec2 screenAt(int x, int y)
-{
-    return glm::vec2(x, y) * kScreenPerPixel;
-}
-
-// How far away the land is, and the land without air.
-void keepLand(const Sights& sights, const OutputFolder& folder)
+// How far away the land is, and all contours in clear air.
+void keepLand(const Sights& sights, const GreyPicture& contours, const OutputFolder& folder)
 {
     GreyPicture distances(kFineWidth, kFineHeight);
     Picture bare(kFineWidth, kFineHeight);
@@ -121,8 +153,9 @@ void keepLand(const Sights& sights, const OutputFolder& folder)
         return distance > 0.0F ? exponential(-distance / 40.0F) : 0.0F;
     });
     bare.fill([&](int x, int y) {
-        const bool isLand = sights.at(x, y).distance > 0.0F && sights.at(x, y).height > 0.0F;
-        return glm::vec4(isLand ? bareLandAt(sights, x, y, screenAt(x, y)) : glm::vec3(0.0F), 1.0F);
+        const Sight& sight = sights.at(x, y);
+        const glm::vec3 land = isLand(sight) ? bareLandAt(sight, screenAt(x, y)) : glm::vec3(0.0F);
+        return glm::vec4(land + 0.7F * contours.at(x, y) * kLine, 1.0F);
     });
     folder.keepStage(distances.shrunk(kFiner), "landscape-1-distance.tga");
     folder.keepStage(bare.shrunk(kFiner), "landscape-2-contours.tga");
@@ -131,21 +164,23 @@ void keepLand(const Sights& sights, const OutputFolder& folder)
 void makeLandscape(const OutputFolder& folder)
 {
     const Sights sights = lookOverLand();
-    keepLand(sights, folder);
+    const GreyPicture contours = contoursOf(sights);
+    keepLand(sights, contours, folder);
     Picture fine(kFineWidth, kFineHeight);
     fine.fill([&](int x, int y) {
-        const bool isLand = sights.at(x, y).distance > 0.0F && sights.at(x, y).height > 0.0F;
-        return glm::vec4(isLand ? landAt(sights, x, y, screenAt(x, y)) : skyAt(screenAt(x, y)),
-                         1.0F);
+        const Sight& sight = sights.at(x, y);
+        const glm::vec2 screen = screenAt(x, y);
+        const glm::vec3 pixel =
+            isLand(sight) ? landAt(sight, contours.at(x, y), screen) : skyAt(screen);
+        return glm::vec4(pixel * hush(screen), 1.0F);
     });
     const Picture dry = fine;
-    for (int y = 0; y < kFineHeight; ++y) {
-        for (int x = 0; x < kFineWidth; ++x) {
-            if (sights.at(x, y).distance > 0.0F && sights.at(x, y).height <= 0.0F) {
-                fine.at(x, y) = glm::vec4(lakeAt(sights, dry, x, y, screenAt(x, y)), 1.0F);
-            }
-        }
-    }
+    fine.fill([&](int x, int y) {
+        const Sight& sight = sights.at(x, y);
+        return isLake(sight)
+                   ? glm::vec4(lakeAt(sight, contours.at(x, y), dry, screenAt(x, y)), 1.0F)
+                   : dry.at(x, y);
+    });
     const Picture picture = fine.shrunk(kFiner);
     folder.keepStage(picture, "landscape-3-moonlight.tga");
     folder.write(picture, 24, "tokapart_tausta.tga");

@@ -11,6 +11,7 @@
 #include <glm/geometric.hpp>
 #include <glm/vec2.hpp>
 #include <glm/vec3.hpp>
+#include <utility>
 
 // The landscape's land as a height field, and what of it is seen from a place over its lake.
 //
@@ -135,12 +136,14 @@ inline Sights lookOverLand()
     Sights sights(kFineWidth, kFineHeight, Sight{});
     for (int x = 0; x < kFineWidth; ++x) {
         auto highest = static_cast<float>(kFineHeight); // the row that is already hidden
+        float rowBefore = highest;
         for (int step = 0; step < kSteps; ++step) {
             const float distance = distanceOf(step);
             const float height = rays.at(x, step);
             const float surface = std::max(height, 0.0F);
             const float row =
                 (kHorizon - (surface - kEyeHeight) / distance * kFocalLength) / kScreenPerPixel.y;
+            const float rowOfStepBefore = std::exchange(rowBefore, row);
             if (row >= highest) {
                 continue;
             }
@@ -148,11 +151,17 @@ inline Sights lookOverLand()
             const int first = std::max(0, static_cast<int>(std::ceil(row)));
             const int last = static_cast<int>(std::ceil(highest)) - 1;
             for (int y = first; y <= last; ++y) {
-                // Within a step the surface is taken to stand upright.
+                // Between two steps the surface is taken to be even.
+                const float way =
+                    glm::clamp((rowOfStepBefore - static_cast<float>(y)) / (rowOfStepBefore - row),
+                               0.0F, 1.0F);
+                const int before = std::max(step - 1, 0);
+                const float there = glm::mix(distanceOf(before), distance, way);
                 const float screenY = static_cast<float>(y) * kScreenPerPixel.y;
-                const float seen = (kHorizon - screenY) * distance / kFocalLength + kEyeHeight;
-                sights.at(x, y) = {distance, height > 0.0F ? std::max(seen, 0.001F) : height,
-                                   normal};
+                const float seen = (kHorizon - screenY) * there / kFocalLength + kEyeHeight;
+                const float bed = glm::mix(rays.at(x, before), height, way);
+                sights.at(x, y) = {
+                    there, height > 0.0F ? std::max(seen, 0.001F) : std::min(bed, 0.0F), normal};
             }
             highest = row;
         }

@@ -23,6 +23,7 @@ inline const glm::vec3 kMareColour = colour(0x7d939c);
 inline constexpr glm::vec2 kMoon(287.0F, 58.0F);
 inline constexpr float kMoonRadius = 25.0F;
 inline constexpr float kHaloRadius = 96.0F;
+inline constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // of its bright part
 
 // Has blown a veil over the moon's lower part.
 inline constexpr glm::vec2 kWind(42.96F, 53.68F);
@@ -32,6 +33,22 @@ inline float airlight(glm::vec2 screen)
 {
     const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 95.0F : 130.0F);
     return 0.16F + 0.84F * exponential(-aside * aside);
+}
+
+// How much of the light is left: less of it behind the longest title, which stands on calm ground.
+inline float hush(glm::vec2 screen)
+{
+    const glm::vec2 way = (screen - kTitleMiddle) / glm::vec2(90.0F, 26.0F);
+    return 1.0F - 0.4F * exponential(-glm::dot(way, way));
+}
+
+// 1 on the lines where a value passes a multiple of the interval, about one screen pixel wide.
+// `change` is the value's change from one screen pixel to the next; crowded lines fade away.
+inline float contour(float value, float interval, float change)
+{
+    const float off = offWhole(value / interval) * interval;
+    const float pixels = off / glm::max(change, 1e-5F);
+    return softStep(0.95F, 0.25F, pixels) * softStep(2.0F, 5.0F, interval / change);
 }
 
 // How thick the clouds are, 0 to 1. They lie on a level sheet that is seen from below, so they
@@ -44,6 +61,28 @@ inline float cloudAt(glm::vec2 screen)
     const float bend = fractalNoise(sheet * 0.6F + 32.0F, period, 2, 61);
     const glm::vec2 bent = sheet * glm::vec2(1.0F, 1.7F) + glm::vec2(1.1F, 0.5F) * bend;
     return softStep(-0.22F, 0.40F, fractalNoise(bent + kWind, period, 5, 71));
+}
+
+// Right of the moon the sky is clear: a few stars over faint lines of equal pressure, the land's
+// contours once more.
+inline glm::vec3 clearSkyAt(glm::vec2 screen)
+{
+    const glm::ivec2 period(64, 64);
+    const auto pressure = [&](glm::vec2 place) {
+        return fractalNoise(place / glm::vec2(120.0F, 64.0F) + 20.0F, period, 2, 101);
+    };
+    const float here = pressure(screen);
+    const glm::vec2 change(pressure(screen + glm::vec2(0.5F, 0.0F)) - here,
+                           pressure(screen + glm::vec2(0.0F, 0.5F)) - here);
+    const float line = contour(here, 0.09F, 2.0F * glm::length(change));
+
+    constexpr float kStarCell = 17.0F;
+    const CellDistance star = cellDistance(screen / kStarCell, period, 1.0F, 103);
+    const float size = unit(star.number) > 0.72F ? 0.45F + 0.5F * unit(star.number << 9U) : 0.0F;
+    const float shine = softStep(size + 0.3F, 0.2F, star.nearest * kStarCell) * size;
+
+    const float clear = softStep(390.0F, 480.0F, screen.x) * softStep(140.0F, 70.0F, screen.y);
+    return clear * (0.11F * line * kFog[3] + 0.55F * shine * kFog[4]);
 }
 
 // The moon's face: dark plains, a few bright craters with rays, a darker limb.
@@ -97,6 +136,7 @@ inline glm::vec3 skyAt(glm::vec2 screen)
     const glm::vec3 lit =
         ramp(kFog, 0.08F + behind * through + 0.32F * air * (1.0F - height) * (1.0F - height));
     sky = glm::mix(sky, lit, glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F));
+    sky += clearSkyAt(screen) * (1.0F - 0.7F * cloud);
 
     // The halo's ice floats before everything else; its inner edge is the sharp one.
     const float ring = (away - kHaloRadius) / (away < kHaloRadius ? 2.2F : 12.0F);
