@@ -1,6 +1,6 @@
 // The light inside the tube, looked up by the direction that the wall faces and by how deep it
-// lies: a warm lamp and, across from it, a cold one, with embers in the darkness between. It
-// multiplies the tube's skin.
+// lies: a warm lamp and, across from it, a thinner one as cold as steel, with embers in the brown
+// darkness between. It multiplies the tube's skin.
 //
 // Nearly all of it changes from top to bottom alone. Where the tube closes, its last strip runs
 // through the picture's whole width within a few pixels; whatever changes from left to right shows
@@ -22,19 +22,19 @@ constexpr int kSeed = 21;
 constexpr float kWarmPlace = 0.215F;
 constexpr float kWarmReach = 0.168F;
 constexpr float kColdPlace = 0.79F;
-constexpr float kColdReach = 0.135F;
+constexpr float kColdReach = 0.130F;
 constexpr float kEmberPlace = 0.53F;
 constexpr float kEmberReach = 0.10F;
 constexpr float kSway = 0.006F; // of all of them, from left to right
 
 constexpr float kStreaks = 0.05F; // how much they brighten and darken the lamps
 
-const std::array kWarm = {colour(0x000000), colour(0x34141c), colour(0x844422),
+const std::array kWarm = {colour(0x000000), colour(0x341610), colour(0x844422),
                           colour(0xe4a450), colour(0xffdc94), colour(0xfff8e4)};
-const std::array kCold = {colour(0x000000), colour(0x120a40), colour(0x342ca0), colour(0x6866f4),
-                          colour(0xb4bcff)};
-const glm::vec3 kEmber = colour(0x501412);
-const glm::vec3 kDarkness = colour(0x241228);
+const std::array kCold = {colour(0x000000), colour(0x0e0e16), colour(0x262738),
+                          colour(0x5a5a78), colour(0x9c9cbe), colour(0xccccea)};
+const glm::vec3 kEmber = colour(0x64200e);
+const glm::vec3 kDarkness = colour(0x32150e);
 
 // How near a place is to a lamp: 1 at it, 0 where it ends.
 float nearness(float place, float lamp, float reach)
