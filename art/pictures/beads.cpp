@@ -1,5 +1,6 @@
-// The tube's skin: glossy beads, orange and gold with some of red and of night blue, packed so that
-// each touches two others. They are spheres, and each mirrors its neighbours and the sky. It tiles.
+// The tube's skin: glossy beads, orange and gold with some of red and a few black as oil, packed so
+// that each touches two others. They are spheres, each mirrors its neighbours and the sky, and the
+// larger ones are engraved, each in its own way. It tiles.
 //
 // The tube draws the picture out along its length where the viewer sees most of it, so the beads
 // are packed in a taller room that is then pressed into the picture's height.
@@ -30,6 +31,14 @@ constexpr float kUneven = 0.10F;  // how far a radius is from its size
 constexpr float kSqueeze = 1.05F; // beads press into one another a little
 constexpr float kSunken = 0.45F;  // how high a bead's middle lies, in radii
 constexpr float kVein = 8.0F;     // how far the lacquer's veins lie apart
+
+// Engravings: how far their rings, cracks and pores lie apart. The rings are two or three of the
+// picture's pixels wide, as fine as it can hold.
+constexpr float kRing = 3.2F;
+constexpr float kCrack = 6.0F;
+constexpr float kPore = 3.0F;
+constexpr int kPeriod = 64; // of their noise, in cells
+
 constexpr float kEyeHeight = 100.0F;
 constexpr float kMirroredOpenness = 0.6F; // of the sky, as beads in a mirror see it
 constexpr float kReach = 30.0F;           // how far beads shade and mirror each other
@@ -45,21 +54,31 @@ struct Lacquer {
 };
 const std::array kLacquers = {
     Lacquer{colour(0xffb838), colour(0xc04804), 0.27F},
-    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.36F},
-    Lacquer{colour(0xff6814), colour(0x981804), 0.22F},
-    Lacquer{colour(0xdc2c14), colour(0x640408), 0.09F},
-    Lacquer{colour(0x583888), colour(0x1c1038), 0.06F},
+    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.37F},
+    Lacquer{colour(0xff6814), colour(0x981804), 0.23F},
+    Lacquer{colour(0xd02808), colour(0x5c0804), 0.09F},
+    Lacquer{colour(0x1c1c24), colour(0x08080c), 0.04F},
 };
+const glm::vec3 kCut(0.22F, 0.34F, 0.40F); // what an engraving swallows of the light
 const glm::vec3 kGap = colour(0x0c0306);
 const glm::vec3 kSoftbox = colour(0xfff6e6);
-const glm::vec3 kColdSky = colour(0x8fb0ff);
-const glm::vec3 kViolet = colour(0x4a34a0);
+const glm::vec3 kColdSky = colour(0xa8b8d8);
+const glm::vec3 kDusk = colour(0x5c4644);
 const glm::vec3 kEmber = colour(0xff5a14);
+
+enum class Pattern { kRings, kGrain, kCracks, kPores };
+
+struct Engraving {
+    Pattern pattern;
+    glm::vec3 axis;  // of rings and grain
+    glm::vec2 patch; // of the noise, in cells
+};
 
 struct Bead {
     glm::vec3 middle;
     float radius;
     Lacquer lacquer;
+    Engraving engraving;
 };
 
 const Lacquer& pickLacquer(float chance)
@@ -71,6 +90,16 @@ const Lacquer& pickLacquer(float chance)
         }
     }
     return kLacquers.front();
+}
+
+Engraving pickEngraving(Random& random)
+{
+    const auto pattern = static_cast<Pattern>(4.0F * random.next());
+    const float turn = kFullTurn * random.next();
+    const float tilt = pattern == Pattern::kRings ? 0.8F : 0.3F;
+    const glm::vec3 axis(cosine(turn), sine(turn), tilt);
+    return {pattern, glm::normalize(axis),
+            glm::vec2(random.between(0.0F, kPeriod), random.between(0.0F, kPeriod))};
 }
 
 // How far a place is from the rims of the two beads nearest to it.
@@ -119,7 +148,8 @@ std::vector<Bead> packBeads()
             continue;
         }
         const float height = radius * (kSunken + random.between(-0.15F, 0.15F));
-        beads.push_back({glm::vec3(place, height), radius, pickLacquer(random.next())});
+        beads.push_back(
+            {glm::vec3(place, height), radius, pickLacquer(random.next()), pickEngraving(random)});
         for (int y = 0; y < kRoomHeight; ++y) {
             for (int x = 0; x < kSize; ++x) {
                 const glm::vec2 way = shortestWay(glm::vec2(x, y) - glm::vec2(place), kRoom);
@@ -213,7 +243,30 @@ glm::vec3 bodyAt(const Bead& bead, glm::vec3 normal, float lit, float open)
     const glm::vec3 body =
         glm::mix(bead.lacquer.deep * 0.5F, bead.lacquer.shallow, glm::clamp(depth, 0.0F, 1.0F));
     return body * (0.45F + 0.80F * open) + bead.lacquer.shallow * kEmber * 0.75F * glow * open +
-           kViolet * (0.12F + 0.20F * (1.0F - key)) * open;
+           kDusk * (0.12F + 0.20F * (1.0F - key)) * open;
+}
+
+// How deep a bead is engraved: 0 to 1.
+float engravedAt(const Bead& bead, glm::vec3 normal)
+{
+    const auto& [pattern, axis, patch] = bead.engraving;
+    const glm::vec2 place = bead.radius * glm::vec2(normal);
+    const glm::ivec2 period(kPeriod);
+    const float along = bead.radius * glm::dot(normal, axis);
+    const float away = std::sqrt(glm::max(0.0F, bead.radius * bead.radius - along * along));
+    const float bend = noise(place / (2.0F * kCrack) + patch, period, kSeed + 4);
+    switch (pattern) {
+    case Pattern::kRings:
+        return 0.5F + 0.5F * cosine(kFullTurn * away / kRing);
+    case Pattern::kGrain:
+        return 0.5F + 0.5F * cosine(kFullTurn * (along / kRing + 0.8F * bend));
+    case Pattern::kCracks:
+        return softStep(0.55F, 0.95F, ridgedNoise(place / kCrack + patch, period, 1, kSeed + 4));
+    case Pattern::kPores:
+        break;
+    }
+    return softStep(0.45F, 0.15F,
+                    cellDistance(place / kPore + patch, period, 0.7F, kSeed + 4).nearest);
 }
 
 // What lies beyond the beads: a broad lamp with soft edges, a cold light low on the far side.
@@ -223,7 +276,7 @@ glm::vec3 skyAt(glm::vec3 heading)
     const float lamp =
         0.3F * softStep(0.70F, 0.95F, toLamp) + 0.7F * softStep(0.88F, 0.97F, toLamp);
     const float low = softStep(0.85F, 0.40F, heading.z) * softStep(-0.20F, 0.6F, heading.y);
-    return kSoftbox * 9.0F * lamp + kColdSky * 3.0F * low + kViolet * 0.8F;
+    return kSoftbox * 9.0F * lamp + kColdSky * 3.0F * low + kDusk * 0.8F;
 }
 
 // What a ray from above meets, and what becomes of it on the way to the finished colour.
@@ -265,8 +318,12 @@ Sight look(const std::vector<Bead>& beads, glm::vec2 above)
     const float shine = 0.12F + 0.85F * power(slant, 3.5F);
     const glm::vec3 heading = down + 2.0F * normal.z * normal;
     const glm::vec3 mirrored = mirroredBy(beads, *hit.bead, place, heading, open);
+    const glm::vec3 glossy = glm::clamp(lacquer + shine * mirrored, 0.0F, 1.0F);
+    // The smallest beads are left plain.
+    const glm::vec3 cut =
+        kCut * softStep(3.5F, 6.5F, hit.bead->radius) * engravedAt(*hit.bead, normal);
     return {place.z, lit * matt(normal, kLamp) * 0.7F + open * 0.3F, lacquer,
-            lacquer + shine * mirrored};
+            glossy * (1.0F - cut)};
 }
 
 void makeBeads(const OutputFolder& folder)
@@ -290,8 +347,7 @@ void makeBeads(const OutputFolder& folder)
                 heights.at(x, y) += kShare * sight.height / (2.0F * kRadii.front());
                 light.at(x, y) += kShare * sight.light;
                 lacquer.at(x, y) += kShare * glm::vec4(sight.lacquer, 1.0F);
-                picture.at(x, y) +=
-                    kShare * glm::vec4(glm::clamp(sight.finished, 0.0F, 1.0F), 1.0F);
+                picture.at(x, y) += kShare * glm::vec4(sight.finished, 1.0F);
             }
         }
     }
