@@ -1,7 +1,8 @@
 // How far the tube's wall stands off. Along its length it has three kinds of wall, which run into
 // one another: cushions, ribs and flutes. It is narrow at the ribs and wide at the flutes, and a
-// groove winds around it, here deep, there shallow. The tube takes a sample every 16 texels, so
-// nothing here is finer than a few of these.
+// groove winds around it, here deep, there shallow. The tube takes a sample every 16 texels, and
+// where two neighbours differ much the wall folds over into a ragged edge: slopes are gentle, and
+// nothing here is finer than a few samples.
 //
 // The tube is widest where the map is highest: what bulges toward the viewer is low, and the
 // creases in which the bulges meet are high.
@@ -20,13 +21,13 @@ constexpr int kSeed = 3;
 
 constexpr int kCushions = 4; // across the picture
 constexpr float kJitter = 0.8F;
-constexpr int kRibs = 6;   // from top to bottom
+constexpr int kRibs = 4;   // from top to bottom
 constexpr int kFlutes = 3; // from left to right
-constexpr int kBends = 3;  // of the outlines, across the picture
+constexpr int kBends = 2;  // of the outlines, across the picture
 constexpr float kBend = 0.045F;
-constexpr float kGroove = 0.11F;   // half the groove's width; shares of the picture
-constexpr int kCreaseRadius = 18;  // texels
-constexpr float kSlimness = 1.10F; // narrows the tube as a whole
+constexpr float kGroove = 0.18F;   // half the groove's width; shares of the picture
+constexpr int kCreaseRadius = 30;  // texels
+constexpr float kSlimness = 1.34F; // narrows the tube as a whole
 
 // A number for each place that changes smoothly, -1 to 1.
 float swell(glm::vec2 place, int layer)
@@ -50,7 +51,7 @@ float bulges(float place)
 // How much of a kind of wall there is at a height of the picture: three kinds share it.
 float share(float y, float middle)
 {
-    return softStep(0.24F, 0.11F, offWhole(y - middle));
+    return softStep(0.30F, 0.06F, offWhole(y - middle));
 }
 
 float wallAt(int x, int y)
@@ -59,7 +60,7 @@ float wallAt(int x, int y)
     const CellDistance cell =
         cellDistance(place * static_cast<float>(kCushions), glm::ivec2(kCushions), kJitter, kSeed);
     const float cushions = 1.5F * cell.nearest * cell.nearest;
-    const float ribs = 0.22F + 0.78F * bulges(place.y * kRibs);
+    const float ribs = 0.22F + 0.60F * bulges(place.y * kRibs);
     const float flutes = 0.4F * bulges(place.x * kFlutes + 0.3F * sine(kFullTurn * place.y));
 
     const float edge = place.y + 0.05F * sine(kFullTurn * place.x);
@@ -72,14 +73,14 @@ float wallAt(int x, int y)
 float grooveAt(int x, int y)
 {
     const glm::vec2 place = bent(x, y);
-    const float depth = 0.20F + 0.26F * softStep(0.0F, 0.45F, swell(place, 4));
+    const float depth = 0.09F + 0.11F * softStep(-0.1F, 0.5F, swell(place, 4));
     return depth * softStep(kGroove, 0.0F, offWhole(place.x + place.y));
 }
 
 float widthAt(int x, int y)
 {
     const glm::vec2 place = glm::vec2(x, y) / static_cast<float>(kSize);
-    return 0.12F * cosine(kFullTurn * (place.y - 0.80F)) + 0.18F * swell(place, 3);
+    return 0.15F * cosine(kFullTurn * (place.y - 0.80F)) + 0.15F * swell(place, 3);
 }
 
 // Spreads the heights over all that a texel can hold.
@@ -107,7 +108,7 @@ void makeTubeRelief(const OutputFolder& folder)
 
     GreyPicture heights(kSize, kSize);
     heights.fill(
-        [&](int x, int y) { return 0.40F * walls.at(x, y) + groove.at(x, y) + widthAt(x, y); });
+        [&](int x, int y) { return 0.26F * walls.at(x, y) + groove.at(x, y) + widthAt(x, y); });
     heights = blurred(heights, kCreaseRadius);
     stretch(heights);
     heights.fill([&](int x, int y) { return power(heights.at(x, y), kSlimness); });
