@@ -59,13 +59,13 @@ constexpr int kFibres = 26;
 
 constexpr float kPeak = 0.62F;
 
-const std::array kWood = {glm::vec3(0.075F, 0.056F, 0.066F), glm::vec3(0.13F, 0.074F, 0.05F),
-                          glm::vec3(0.235F, 0.135F, 0.062F), glm::vec3(0.41F, 0.275F, 0.135F)};
-const glm::vec3 kSlate(0.075F, 0.115F, 0.175F);
-const glm::vec3 kKnotTint(0.95F, 0.72F, 0.62F);
-const std::array kEmber = {glm::vec3(0.075F, 0.05F, 0.06F), glm::vec3(0.21F, 0.06F, 0.025F),
-                           glm::vec3(0.42F, 0.15F, 0.025F), glm::vec3(0.60F, 0.38F, 0.11F)};
-const glm::vec3 kEmberLight(0.42F, 0.16F, 0.03F);
+// Charcoal and slate, only a little warm: what lies over the log brings each scene's colour.
+const std::array kWood = {glm::vec3(0.079F, 0.067F, 0.065F), glm::vec3(0.117F, 0.096F, 0.087F),
+                          glm::vec3(0.208F, 0.169F, 0.149F), glm::vec3(0.43F, 0.355F, 0.31F)};
+const glm::vec3 kSlate(0.109F, 0.1F, 0.101F);
+const glm::vec3 kKnotTint(0.86F, 0.79F, 0.76F);
+const std::array kResin = {glm::vec3(0.056F, 0.045F, 0.045F), glm::vec3(0.075F, 0.041F, 0.038F),
+                           glm::vec3(0.125F, 0.052F, 0.044F), glm::vec3(0.19F, 0.08F, 0.062F)};
 
 glm::vec2 noisePlace(glm::vec2 place, glm::ivec2 period)
 {
@@ -169,12 +169,12 @@ const Year& yearAt(const std::vector<Year>& years, float age)
 
 std::vector<Crack> makeCracks()
 {
-    Random random(7);
+    Random random(9);
     std::vector<Crack> cracks;
     for (std::size_t heart = 0; heart < kHearts.size(); ++heart) {
         const bool knot = heart >= kFirstKnot;
-        const int count = knot ? 4 : 7;
-        const float reach = knot ? 0.9F * kHearts[heart].radius : 130.0F;
+        const int count = knot ? 3 : 4;
+        const float reach = knot ? 0.9F * kHearts[heart].radius : 95.0F;
         for (int i = 0; i < count; ++i) {
             const float turn =
                 (static_cast<float>(i) + random.between(-0.3F, 0.3F)) / static_cast<float>(count);
@@ -182,7 +182,7 @@ std::vector<Crack> makeCracks()
             const float from = fromMiddle ? -4.0F : random.between(0.25F, 0.5F) * reach;
             cracks.push_back({heart, turn * kFullTurn, from,
                               from + random.between(0.35F, 1.0F) * reach,
-                              random.between(1.4F, knot ? 2.6F : 3.2F)});
+                              random.between(0.6F, knot ? 1.4F : 1.9F)});
         }
     }
     return cracks;
@@ -217,10 +217,10 @@ float crackDepth(const std::vector<Crack>& cracks, const Growth& growth, glm::ve
 float pocketDepth(const Growth& growth, const Year& year, glm::vec2 place)
 {
     const glm::ivec2 period(9, 4);
-    const float chance = noise(noisePlace(place, period), period, 57);
+    const float chance = noise(noisePlace(place, period), period, 65);
     const float late = (growth.age - year.start) / year.width;
-    const float off = std::fabs(late - 0.86F) * year.width / 2.4F;
-    return softStep(0.34F, 0.6F, chance) * softStep(1.0F, 0.2F, off);
+    const float off = std::fabs(late - 0.86F) * year.width / 1.7F;
+    return softStep(0.5F, 0.7F, chance) * softStep(1.0F, 0.2F, off);
 }
 
 // What the light falls on.
@@ -228,7 +228,7 @@ struct Wood {
     GreyPicture height{kSize, kSize};
     GreyPicture tone{kSize, kSize};  // how pale
     GreyPicture crack{kSize, kSize}; // depth
-    GreyPicture heat{kSize, kSize};  // of the resin in it
+    GreyPicture resin{kSize, kSize}; // how red it is
     GreyPicture knot{kSize, kSize};
 };
 
@@ -238,7 +238,7 @@ void cutWood(Wood& wood)
     const std::vector<Crack> cracks = makeCracks();
     const auto heads = agesOfHearts();
     const glm::ivec2 blotches(5, 2);
-    const glm::ivec2 embers(16, 7);
+    const glm::ivec2 fine(16, 7);
     for (int y = 0; y < kSize; ++y) {
         for (int x = 0; x < kSize; ++x) {
             const glm::vec2 place = kCorner + glm::vec2(x, y) * kPixelsPerTexel;
@@ -260,12 +260,12 @@ void cutWood(Wood& wood)
             const float grain =
                 noise({angle / kFullTurn * kFibres, growth.age / 4.5F}, {kFibres, 256}, 83);
             const float blotch = fractalNoise(noisePlace(place, blotches), blotches, 3, 91);
-            const float glow = 0.5F + fractalNoise(noisePlace(place, embers), embers, 2, 95);
+            const float clots = 0.5F + fractalNoise(noisePlace(place, fine), fine, 2, 95);
 
             const float crack =
                 std::max(crackDepth(cracks, growth, place), pocketDepth(growth, year, place));
             wood.crack.at(x, y) = crack;
-            wood.heat.at(x, y) = crack * crack * glm::clamp(glow + 0.3F, 0.0F, 1.0F);
+            wood.resin.at(x, y) = crack * crack * glm::clamp(clots + 0.3F, 0.0F, 1.0F);
             wood.knot.at(x, y) = growth.knot;
             wood.tone.at(x, y) = 0.52F + paleness + 0.55F * blotch + 0.12F * ray + 0.1F * grain -
                                  0.42F * late - 0.2F * growth.knot;
@@ -291,7 +291,6 @@ Raster<Pixel> softened(const Raster<Pixel>& picture)
 Picture lightWood(const Wood& wood)
 {
     const glm::vec3 toLight(-0.55F, -0.65F, 0.6F);
-    const GreyPicture emberLight = blurred(wood.heat, 6);
     Picture picture(kSize, kSize);
     picture.fill([&](int x, int y) {
         const glm::vec3 normal = normalAt(wood.height, x, y, 1.2F);
@@ -302,11 +301,10 @@ Picture lightWood(const Wood& wood)
 
         glm::vec3 pixel = ramp(kWood, wood.tone.at(x, y) - 0.25F * rim) * (0.55F + 0.75F * light);
         pixel *= glm::mix(glm::vec3(1.0F), kKnotTint, knot);
-        // What turns from the light takes the cold of the sky.
+        // What turns from the light takes the grey of the sky.
         pixel += kSlate * (0.25F + 1.1F * matt(normal, {0.7F, 0.6F, 0.35F})) * (1.0F - light);
-        pixel = glm::mix(pixel, ramp(kEmber, wood.heat.at(x, y)),
+        pixel = glm::mix(pixel, ramp(kResin, wood.resin.at(x, y)),
                          softStep(0.1F, 0.6F, wood.crack.at(x, y)));
-        pixel += kEmberLight * 1.1F * emberLight.at(x, y);
         return glm::vec4(glm::min(pixel, glm::vec3(kPeak)), 1.0F);
     });
     return softened(picture);

@@ -32,7 +32,7 @@ constexpr Row kRows[] = {
     {"kso.tga",                   256,  128, 32, { 49,  73}, {240, 255}, kKeyed},
     {"muljumap.tga",             1024, 1024,  8, { 75,  95}, {255, 255}, kAllMeet},
     {"oranssipallotexture2.tga",  256,  256, 24, {164, 230}, {240, 255}, kAllMeet},
-    {"outohalko4_tumma.tga",      512,  512, 24, { 38,  51}, {126, 165}, kAllMeet},
+    {"outohalko4_tumma.tga",      512,  512, 24, { 36,  46}, {110, 140}, kAllMeet},
     {"quentalogo.tga",            256,  128, 32, { 31,  46}, {240, 255}, kKeyed},
     {"texture2.tga",              256,  256, 24, { 58,  88}, {200, 255}, kRowsMeet},
     {"the.tga",                   128,   32, 32, {  7,  10}, {240, 255}, kKeyed},
