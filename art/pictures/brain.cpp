@@ -32,10 +32,10 @@ constexpr glm::vec3 kLight{-0.5F, -0.65F, 0.78F};
 constexpr float kLobeHeight = 70.0F; // pixels of the fine size
 constexpr float kFoldHeight = 10.0F;
 
-constexpr glm::vec3 kBlue{0.14F, 0.10F, 0.80F};
+constexpr glm::vec3 kIndigo{0.22F, 0.08F, 0.82F};
 constexpr glm::vec3 kViolet{0.36F, 0.08F, 1.00F};
 constexpr glm::vec3 kRose{1.00F, 0.20F, 0.45F};
-constexpr glm::vec3 kHot{1.00F, 0.60F, 0.70F};
+constexpr glm::vec3 kHot{1.00F, 0.42F, 0.66F};
 
 GreyPicture filled(std::span<const Point> points)
 {
@@ -254,9 +254,10 @@ glm::vec3 glow(const Shine& shine)
     const glm::vec3 thread =
         glm::mix(kViolet, glm::mix(kRose, kHot, large * shine.signal), softStep(0.1F, 0.6F, heat));
     const glm::vec3 light = flesh * shine.body * (0.07F + 0.93F * heat) +
-                            kBlue * 0.45F * shine.rim * shine.body +
-                            thread * shine.fibre * (0.35F + 1.2F * heat);
-    return glm::max(light, glm::mix(kRose, kHot, shine.nerve * shine.nerve) * shine.nerve);
+                            kIndigo * 0.45F * shine.rim * shine.body +
+                            thread * shine.fibre * (0.4F + 1.6F * heat);
+    const glm::vec3 nerve = glm::mix(kViolet, kRose, softStep(0.35F, 0.9F, shine.nerve));
+    return glm::max(light, nerve * shine.nerve);
 }
 
 void makeBrain(const OutputFolder& folder)

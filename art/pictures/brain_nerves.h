@@ -68,28 +68,27 @@ inline void addThread(GreyPicture& picture, int fine, int seed,
 
 inline GreyPicture drawNerves(int fine, int seed)
 {
-    constexpr int kNerves = 17;
+    constexpr int kNerves = 13;
     GreyPicture nerves(fine * kSize, fine * kSize);
     Random random(static_cast<unsigned>(seed));
     for (int i = 0; i < kNerves; ++i) {
         const float side = 2.0F * static_cast<float>(i) / (kNerves - 1) - 1.0F; // -1 left, 1 right
         const float light = random.between(0.7F, 1.0F);
-        const End bright{0.72F, light};
-        const End deep{0.72F, 0.6F * light};
+        const End dim{0.55F, 0.32F * light};
 
         // In the stem, from its waist up to where it enters the lobes.
-        const glm::vec2 waist(159.0F + 8.0F * side, 212.0F);
-        const glm::vec2 root(146.0F + 12.0F * side, 170.0F);
+        const glm::vec2 waist(159.0F + 4.5F * side, 212.0F);
+        const glm::vec2 root(146.0F + 9.0F * side, 170.0F);
         const glm::vec2 lean(5.0F, 18.0F);
-        addThread(nerves, fine, seed + i, {waist, waist - lean, root + lean, root}, bright, deep);
+        addThread(nerves, fine, seed + i, {waist, waist - lean, root + lean, root}, dim, dim);
 
         // Down to where it has been cut.
-        const glm::vec2 cut(172.0F + 26.0F * side + random.between(-5, 5),
+        const glm::vec2 cut(170.0F + 19.0F * side + random.between(-5, 5),
                             250.0F - 14.0F * side * side - random.between(0, 12));
         const glm::vec2 droop(0.4F * side, 9.0F);
-        addThread(nerves, fine, seed + i, {waist, waist + lean, cut - droop, cut}, bright,
-                  {0.5F, 0.25F});
-        addGlow(nerves, fine, cut, 0.9F, light);
+        addThread(nerves, fine, seed + i, {waist, waist + lean, cut - droop, cut}, dim,
+                  {0.45F, 0.15F});
+        addGlow(nerves, fine, cut, 0.8F, 0.45F * light);
 
         // Out into the lobes.
         const float angle = (0.22F - 0.31F * (side + random.between(-0.03F, 0.03F))) * kFullTurn;
@@ -98,7 +97,7 @@ inline GreyPicture drawNerves(int fine, int seed)
             glm::vec2(132, 112) + outward * glm::vec2(100, 84) * random.between(0.55F, 0.95F);
         const glm::vec2 rise = root - glm::vec2(6.0F - 8.0F * side, 46.0F);
         const std::array curve{root, rise, spark - 38.0F * outward, spark};
-        addThread(nerves, fine, seed + kNerves + i, curve, deep, {0.66F, light});
+        addThread(nerves, fine, seed + kNerves + i, curve, dim, {0.66F, light});
         addGlow(nerves, fine, spark, 2.1F, 1.0F);
         // A signal on its way.
         const float t = random.between(0.25F, 0.8F);
