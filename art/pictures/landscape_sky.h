@@ -23,7 +23,7 @@ inline const glm::vec3 kMareColour = colour(0x7d939c);
 inline constexpr glm::vec2 kMoon(287.0F, 58.0F);
 inline constexpr float kMoonRadius = 25.0F;
 inline constexpr float kHaloRadius = 96.0F;
-inline constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // of its bright part
+inline constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // VELMORANT over bright fog
 
 // Has blown a veil over the moon's lower part.
 inline constexpr glm::vec2 kWind(42.96F, 53.68F);
