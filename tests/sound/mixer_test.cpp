@@ -139,8 +139,9 @@ TEST(Mixer, LetsTheMainThreadInWhateverItDoes)
     module->callback = [](FMUSIC_MODULE* caller, unsigned char) { mixer.setGain(*caller, 1.0F); };
     Samples block(std::size_t{10} * kMixRateHz * kMixChannels);
     std::atomic<bool> quit = false;
+    std::atomic<int> blocks = 0;
     std::thread flatOut([&] {
-        while (!quit) {
+        for (; !quit; ++blocks) {
             mixer.mix(block);
         }
     });
@@ -148,13 +149,17 @@ TEST(Mixer, LetsTheMainThreadInWhateverItDoes)
     for (int i = 0; i < 20; ++i) {
         mixer.play(*module);
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        quit = i == 19; // in the middle of the last block
         const Clock::time_point start = Clock::now();
         mixer.jump(*module, 0);
         mixer.setCallback(*module, module->callback);
         mixer.stop(*module);
         waits.push_back(Clock::now() - start);
     }
+    // The block that was stopped, and a whole one after it.
+    for (const int stopped = blocks; blocks < stopped + 2;) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    quit = true;
     flatOut.join();
     EXPECT_TRUE(isSilent(std::span(block).last(kMixRateHz)));
     std::ranges::sort(waits);
