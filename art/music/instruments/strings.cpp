@@ -5,6 +5,10 @@
 #include "art/music/synth/voice.h"
 
 #include <array>
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -196,6 +200,16 @@ XmInstrument makeDrone()
     return drone;
 }
 
+XmInstrument makeEnsembleOf(const std::string& name, const Ensemble& ensemble, Rate rate,
+                            std::initializer_list<int> roots)
+{
+    std::vector<Zone> zones;
+    for (const int root : roots) {
+        zones.push_back(makeEnsembleZone(ensemble, root, rate));
+    }
+    return makeInstrument(name, std::move(zones));
+}
+
 // Light through a door that opens and closes by itself.
 XmInstrument makePad()
 {
@@ -203,9 +217,7 @@ XmInstrument makePad()
         warm, 17.0, 1.1, 0.8, {0.3, 350.0, 2600.0, 0.0, 1000.0},
             0.66, 60
     };
-    XmInstrument pad = makeInstrument("pad", {makeEnsembleZone(kPad, noteA(2), kRate16k),
-                                              makeEnsembleZone(kPad, noteF(3), kRate16k),
-                                              makeEnsembleZone(kPad, noteD(4), kRate16k)});
+    XmInstrument pad = makeEnsembleOf("pad", kPad, kRate16k, {noteA(2), noteF(3), noteD(4)});
     setEnvelope(pad, 14, 0, 64, 50);
     setDrift(pad, 12, 61);
     return pad;
@@ -218,9 +230,7 @@ XmInstrument makeChoir()
         sung, 13.0, 0.8, 0.0, {0.36, 420.0, 3800.0, 0.1, 2300.0},
             0.75, 70
     };
-    XmInstrument choir = makeInstrument("choir", {makeEnsembleZone(kChoir, noteF(3), kRate16k),
-                                                  makeEnsembleZone(kChoir, noteC(4), kRate16k),
-                                                  makeEnsembleZone(kChoir, noteA(4), kRate16k)});
+    XmInstrument choir = makeEnsembleOf("choir", kChoir, kRate16k, {noteF(3), noteC(4), noteA(4)});
     setEnvelope(choir, 8, 0, 64, 70);
     setDrift(choir, 14, 47);
     setVibrato(choir, 2, 22, 60);
@@ -234,9 +244,7 @@ XmInstrument makeStrings()
             0.74, 80
     };
     XmInstrument strings =
-        makeInstrument("strings", {makeEnsembleZone(kStrings, noteF(3), kRate22k),
-                                   makeEnsembleZone(kStrings, noteD(4), kRate22k),
-                                   makeEnsembleZone(kStrings, noteA(4), kRate22k)});
+        makeEnsembleOf("strings", kStrings, kRate22k, {noteF(3), noteD(4), noteA(4)});
     setEnvelope(strings, 2, 0, 64, 24);
     setVibrato(strings, 3, 28, 50);
     setDrift(strings, 8, 53);
