@@ -11,10 +11,11 @@
 
 namespace {
 
+constexpr double kLongestCut = 2.0;   // seconds that a scene may be cut away from
 constexpr double kStillsInARow = 7.0; // side by side, if all were as wide
 constexpr double kFirstPart = 0.25;   // of its stretch, where a scene has not come into its own yet
 constexpr double kLastPart = 0.97;
-constexpr double kWithoutEvents = 0.6;
+constexpr double kWithoutEvents = 0.43;
 
 constexpr double kBeforeTheEnd = 0.02; // seconds, a frame or so
 constexpr double kAfterwards = 0.06;   // seconds from an event to what is seen of it
@@ -45,16 +46,29 @@ double eventfulness(const Script& script, const Still& stretch, std::int64_t mom
     return sum + static_cast<double>(lasting.size());
 }
 
-double bestSeconds(const Script& script, const Still& stretch)
+// From `moment` on, the first time that a scene is on: it may be cut away from just then.
+std::int64_t whenShown(const Script& script, int scene, std::int64_t moment)
+{
+    bool shown = true;
+    for (const Cue& cue : script.cues) {
+        if (cue.sample > moment && (shown || cue.scene == scene)) {
+            return shown ? moment : cue.sample;
+        }
+        shown = cue.scene == scene;
+    }
+    return moment;
+}
+
+double bestSeconds(const Script& script, int scene, const Still& stretch)
 {
     const auto length = static_cast<double>(stretch.end - stretch.begin);
     const auto part = [&](double ratio) {
         return stretch.begin + static_cast<std::int64_t>(ratio * length);
     };
     double best = 0.0;
-    std::int64_t moment = part(kWithoutEvents);
+    std::int64_t moment = whenShown(script, scene, part(kWithoutEvents));
     for (const Cue& cue : script.cues) {
-        if (cue.sample < part(kFirstPart) || cue.sample > part(kLastPart)) {
+        if (cue.scene != scene || cue.sample < part(kFirstPart) || cue.sample > part(kLastPart)) {
             continue;
         }
         if (const double seen = eventfulness(script, stretch, cue.sample); seen > best) {
@@ -73,12 +87,31 @@ std::string decimal(double seconds)
     return text.data();
 }
 
+// A scene's visits, over what it is cut away to for a moment.
+std::vector<SceneVisit> visitsOverCuts(const Script& script)
+{
+    std::vector<SceneVisit> visits;
+    for (const SceneVisit& visit : sceneVisits(script)) {
+        const auto before = std::ranges::find_if(visits, [&](const SceneVisit& earlier) {
+            return earlier.scene == visit.scene &&
+                   secondsAt(visit.begin - earlier.end) <= kLongestCut;
+        });
+        if (before == visits.end()) {
+            visits.push_back(visit);
+        } else {
+            before->end = visit.end;
+            visits.erase(before + 1, visits.end());
+        }
+    }
+    return visits;
+}
+
 } // namespace
 
 std::vector<Still> chooseStills(const Script& script)
 {
     std::vector<Still> stills;
-    for (const SceneVisit& visit : sceneVisits(script)) {
+    for (const SceneVisit& visit : visitsOverCuts(script)) {
         if (visit.scene >= kBlackScene) {
             continue;
         }
@@ -88,7 +121,7 @@ std::vector<Still> chooseStills(const Script& script)
         for (std::int64_t i = 0; i < count; ++i) {
             Still still{visit.begin + length * i / count, visit.begin + length * (i + 1) / count,
                         ""};
-            still.seconds = decimal(bestSeconds(script, still));
+            still.seconds = decimal(bestSeconds(script, visit.scene, still));
             stills.push_back(still);
         }
     }
