@@ -1,6 +1,6 @@
-#include "bench/plain_bitmap.h"
 #include "bench/rows.h"
 #include "image/bitmap.h"
+#include "reference/plain_bitmap.h"
 #include "render/line_set.h"
 
 #include <algorithm>

@@ -3,12 +3,14 @@
 // after the other in one run.
 //
 //   frame_cost [FRAMES]     of each scene, 60 unless told
+#include "base/view.h"
 #include "bench/gl_tape.h"
 #include "bench/median.h"
-#include "runtime/display.h"
-#include "runtime/options.h"
-#include "runtime/part.h"
-#include "runtime/world.h"
+#include "scenes/part.h"
+#include "show/display.h"
+#include "show/options.h"
+#include "show/scene_table.h"
+#include "show/world.h"
 
 #include <GL/gl.h>
 #include <chrono>
@@ -72,8 +74,8 @@ int main(int argc, char** argv)
         return 1;
     }
     options.fullscreen = 0;
-    initVideo(640, 480);
-    initGL(640, 480, 640, 272);
+    initVideo(kWindowWidth, kWindowHeight);
+    initGL(kWindowWidth, kWindowHeight, kViewWidth, kViewHeight);
     const double start = milliseconds(buildWorld);
 
     std::printf("%s\nstart-up after the pause: %.1f ms\n\n",

@@ -1,7 +1,7 @@
-#include "bench/plain_bitmap.h"
-#include "bench/plain_line_set.h"
 #include "bench/rows.h"
 #include "image/bitmap.h"
+#include "reference/plain_bitmap.h"
+#include "reference/plain_line_set.h"
 #include "render/line_set.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-#include "bench/picture_files.h"
-#include "bench/plain_picture.h"
 #include "bench/rows.h"
 #include "image/bitmap.h"
+#include "reference/picture_files.h"
+#include "reference/plain_picture.h"
 
 #include <algorithm>
 #include <array>

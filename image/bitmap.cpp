@@ -1,9 +1,9 @@
 #include "image/bitmap.h"
 
+#include "base/fatal.h"
 #include "image/hsi_raw_reader.h"
 #include "image/pixel_conversion.h"
 #include "image/tga_reader.h"
-#include "runtime/fatal.h"
 
 #include <GL/gl.h>
 #include <array>

@@ -1,22 +1,12 @@
-// An image in memory, and the OpenGL texture made from it.
-//
-// Rows lie back to back, the top one first. One pixel, by bits per pixel:
-//
-// -  8: an index into the palette
-// - 15: a little-endian word, red in bits 10-14, green in 5-9, blue in 0-4; bit 15 carries nothing
-// - 16: a little-endian word, red in bits 11-15, green in 5-10, blue in 0-4
-// - 24: three bytes, red, green, blue
-// - 32: four bytes, red, green, blue, alpha (255 is opaque)
+// An image in memory, and the OpenGL texture made from it. Its pixels are laid out as
+// image/pixels.h says.
 //
 // Whatever fails here writes a message to standard error and ends the process with status 0.
 #pragma once
 
-#include "image/pixel_buffer.h"
+#include "image/pixels.h"
 
-#include <array>
 #include <cstdint>
-
-using PaletteEntry = std::array<std::uint8_t, 3>; // red, green, blue
 
 struct LoadedImage;
 
@@ -80,7 +70,7 @@ public:
 private:
     void takeOver(LoadedImage image, unsigned bpp);
 
-    std::array<PaletteEntry, 256> palette_{}; // of an image of 8 bits per pixel
+    Palette palette_{}; // of an image of 8 bits per pixel
     PixelBuffer pixels_;
     std::uint32_t width_ = 0;
     std::uint32_t height_ = 0;

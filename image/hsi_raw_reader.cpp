@@ -1,8 +1,8 @@
 #include "image/hsi_raw_reader.h"
 
+#include "base/fatal.h"
 #include "image/picture_file.h"
 #include "image/pixel_conversion.h"
-#include "runtime/fatal.h"
 
 #include <array>
 #include <cstddef>

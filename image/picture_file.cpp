@@ -1,6 +1,6 @@
 #include "image/picture_file.h"
 
-#include "runtime/fatal.h"
+#include "base/fatal.h"
 
 #include <algorithm>
 #include <cerrno>

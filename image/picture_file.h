@@ -3,7 +3,7 @@
 // Reading never fails: behind its end a file counts as zeros.
 #pragma once
 
-#include "image/pixel_buffer.h"
+#include "image/pixels.h"
 
 #include <algorithm>
 #include <cstddef>

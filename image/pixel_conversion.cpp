@@ -149,7 +149,7 @@ void convertEach(const std::uint8_t* source, std::uint8_t* destination, std::siz
 // An index stands for its palette entry, which is converted once.
 template <class To>
 void convertIndices(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
-                    const std::array<PaletteEntry, 256>& palette)
+                    const Palette& palette)
 {
     std::array<std::uint8_t, 256 * To::kSize> table{};
     convertEach<FromBytes<3>, To>(palette.data()->data(), table.data(), 256);
@@ -160,7 +160,7 @@ void convertIndices(const std::uint8_t* source, std::uint8_t* destination, std::
 
 template <class To>
 void convertTo(const std::uint8_t* source, int sourceBpp, std::uint8_t* destination,
-               std::size_t count, const std::array<PaletteEntry, 256>& palette)
+               std::size_t count, const Palette& palette)
 {
     switch (sourceBpp) {
     case 8:
@@ -178,14 +178,8 @@ void convertTo(const std::uint8_t* source, int sourceBpp, std::uint8_t* destinat
 
 } // namespace
 
-std::size_t pixelBytes(int bpp)
-{
-    const bool known = bpp == 8 || bpp == 15 || bpp == 16 || bpp == 24 || bpp == 32;
-    return known ? static_cast<std::size_t>(bpp + 7) / 8 : 0;
-}
-
 void convertPixels(const std::uint8_t* source, int sourceBpp, std::uint8_t* destination, int bpp,
-                   std::size_t count, const std::array<PaletteEntry, 256>& palette)
+                   std::size_t count, const Palette& palette)
 {
     if (sourceBpp == bpp) {
         return;

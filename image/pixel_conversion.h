@@ -1,17 +1,13 @@
-// From one pixel layout to another; image/bitmap.h describes them.
+// From one pixel layout to another; image/pixels.h describes them.
 #pragma once
 
-#include "image/bitmap.h"
+#include "image/pixels.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-
-// Bytes that a pixel of 8, 15, 16, 24 or 32 bits takes; 0 for any other depth.
-std::size_t pixelBytes(int bpp);
 
 // Converts `count` pixels of `sourceBpp` bits (8, 15, 16, 24 or 32) into pixels of `bpp` bits (16,
 // 24 or 32). Reduction keeps a channel's top bits, expansion leaves its new low bits 0; made alpha
 // is 255. `palette` holds the colours of 8-bit sources. Writes nothing where the depths are equal.
 void convertPixels(const std::uint8_t* source, int sourceBpp, std::uint8_t* destination, int bpp,
-                   std::size_t count, const std::array<PaletteEntry, 256>& palette);
+                   std::size_t count, const Palette& palette);

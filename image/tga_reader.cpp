@@ -1,10 +1,10 @@
 #include "image/tga_reader.h"
 
+#include "base/fatal.h"
 #include "image/byte_shuffle.h"
 #include "image/picture_file.h"
 #include "image/pixel_conversion.h"
 #include "image/tga_packets.h"
-#include "runtime/fatal.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -119,8 +119,7 @@ void mirrorRow(std::uint8_t* row, std::size_t width, std::size_t pixelSize)
     kMirrors[pixelSize - 1](row, width);
 }
 
-void readColourMap(PictureFile& file, const TgaHeader& header,
-                   std::array<PaletteEntry, 256>& palette)
+void readColourMap(PictureFile& file, const TgaHeader& header, Palette& palette)
 {
     if (header.entryCount > 256) {
         fatal(stderr, 0, "\n\nError! Too big palette in TARGA!!\n");
@@ -156,7 +155,7 @@ void requireImage(const TgaHeader& header, const char* path)
 }
 
 // Fills the palette of a grey picture.
-void makeGreyRamp(std::array<PaletteEntry, 256>& palette)
+void makeGreyRamp(Palette& palette)
 {
     for (std::size_t i = 0; i < palette.size(); ++i) {
         palette[i].fill(static_cast<std::uint8_t>(i));

@@ -3,7 +3,7 @@
 // Then each column of cells is drawn as one strip twice, the second time multiplying.
 #include "render/bump_tube.h"
 
-#include "runtime/fatal.h"
+#include "base/fatal.h"
 
 #include <GL/gl.h>
 #include <array>

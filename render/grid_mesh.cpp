@@ -1,7 +1,7 @@
 #include "render/grid_mesh.h"
 
-#include "runtime/demo_clock.h"
-#include "runtime/fatal.h"
+#include "base/fatal.h"
+#include "render/angles.h"
 
 #include <GL/gl.h>
 #include <cmath>

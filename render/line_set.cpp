@@ -3,8 +3,8 @@
 // the bars only add, and add each pixel once, so a flat line may fill the same pixels row by row.
 #include "render/line_set.h"
 
+#include "base/fatal.h"
 #include "render/add_colour.h"
-#include "runtime/fatal.h"
 
 #include <algorithm>
 #include <array>

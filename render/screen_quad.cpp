@@ -1,7 +1,7 @@
 #include "render/screen_quad.h"
 
-#include "runtime/demo_clock.h"
-#include "runtime/display.h"
+#include "render/angles.h"
+#include "render/projection.h"
 
 #include <GL/gl.h>
 #include <cmath>

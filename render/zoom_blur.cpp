@@ -12,7 +12,7 @@
 // Two 16-bit sums share a word, which the compiler makes into registers of eight.
 #include "render/zoom_blur.h"
 
-#include "runtime/fatal.h"
+#include "base/fatal.h"
 
 #include <algorithm>
 #include <bit>

@@ -2,7 +2,7 @@
 
 #include "render/line_set.h"
 #include "render/screen_quad.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 // Scene 0, the opening: a tumbling figure of 300 line segments, drawn in software into the line
 // canvas and stretched over the viewport.

@@ -2,7 +2,7 @@
 
 #include "image/bitmap.h"
 #include "render/screen_quad.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 // Scene 2, the image trail: over the warped grid, 25 copies of one picture, added up, the last of
 // them twice, scatter from the top centre in a trembling walk and flicker.

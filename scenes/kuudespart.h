@@ -3,7 +3,7 @@
 #include "image/bitmap.h"
 #include "render/bump_tube.h"
 #include "render/screen_quad.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 #include <array>
 #include <cstddef>

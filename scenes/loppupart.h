@@ -4,7 +4,7 @@
 #include "render/line_set.h"
 #include "render/screen_quad.h"
 #include "render/zoom_blur.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 // Scene 6, the closing: a line figure, smeared along the rays from the centre, fills the viewport,
 // and a title is burnt into it in black.

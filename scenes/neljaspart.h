@@ -2,7 +2,7 @@
 
 #include "image/bitmap.h"
 #include "render/screen_quad.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 // Scene 3, logo and jitter: over the warped grid a logo, and a large picture three times, each
 // copy amplifying the light below it; two of the copies are shaken by a few pixels at random.

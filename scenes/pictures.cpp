@@ -1,6 +1,6 @@
 #include "scenes/pictures.h"
 
-#include "runtime/fatal.h"
+#include "base/fatal.h"
 
 #include <cstdio>
 

@@ -3,7 +3,7 @@
 #include "image/bitmap.h"
 #include "render/screen_quad.h"
 #include "render/twister.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "render/cube_mesh.h"
-#include "runtime/part.h"
+#include "scenes/part.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // Writes the inputs that fuzzing starts from: small good files of every kind, as
 // DIRECTORY/fuzz_tga/... and DIRECTORY/fuzz_hsi_raw/..., each asked for at every depth.
-#include "bench/picture_files.h"
+#include "reference/picture_files.h"
 #include "tests/fuzz/picture_fuzz.h"
 
 #include <cstddef>

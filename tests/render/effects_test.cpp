@@ -1,8 +1,8 @@
 // The effects that work in memory, against their plain forms: equal to the last bit.
-#include "bench/plain_bump_tube.h"
-#include "bench/plain_grid_warp.h"
-#include "bench/plain_twister.h"
-#include "bench/plain_zoom_blur.h"
+#include "reference/plain_bump_tube.h"
+#include "reference/plain_grid_warp.h"
+#include "reference/plain_twister.h"
+#include "reference/plain_zoom_blur.h"
 #include "render/bump_tube.h"
 #include "render/grid_mesh.h"
 #include "render/grid_warp.h"

@@ -1,4 +1,4 @@
-#include "bench/plain_line_set.h"
+#include "reference/plain_line_set.h"
 #include "render/line_set.h"
 
 #include <algorithm>

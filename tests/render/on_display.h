@@ -1,9 +1,11 @@
 // What OpenGL draws, read back from a real display.
 #pragma once
 
+#include "base/view.h"
 #include "image/bitmap.h"
-#include "runtime/display.h"
-#include "runtime/options.h"
+#include "render/projection.h"
+#include "show/display.h"
+#include "show/options.h"
 
 #include <GL/gl.h>
 #include <algorithm>
@@ -31,7 +33,7 @@ protected:
         if (displayMetrics.viewportWidth == 0) {
             options.fullscreen = 0;
             initVideo(kWindowWidth, kWindowHeight);
-            initGL(kWindowWidth, kWindowHeight, kWindowWidth, kViewHeight);
+            initGL(kWindowWidth, kWindowHeight, kViewWidth, kViewHeight);
         }
         glClear(GL_COLOR_BUFFER_BIT);
     }
@@ -75,10 +77,6 @@ protected:
         }
         bitmap.makeTexture();
     }
-
-    static constexpr int kWindowWidth = 640;
-    static constexpr int kWindowHeight = 480;
-    static constexpr int kViewHeight = 272;
 
     Bitmap bitmap;
 };

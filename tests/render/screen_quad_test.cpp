@@ -1,5 +1,4 @@
 #include "render/screen_quad.h"
-#include "runtime/display.h"
 #include "tests/render/on_display.h"
 
 #include <GL/gl.h>

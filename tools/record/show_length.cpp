@@ -1,6 +1,6 @@
 #include "tools/record/show_length.h"
 
-#include "runtime/options.h"
+#include "show/options.h"
 #include "sound/module.h"
 #include "tools/record/process.h"
 

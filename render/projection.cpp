@@ -1,0 +1,3 @@
+#include "render/projection.h"
+
+DisplayMetrics displayMetrics;

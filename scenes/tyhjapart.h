@@ -1,0 +1,10 @@
+#pragma once
+
+#include "scenes/part.h"
+
+// Scene 7, the empty one: black frames. Sync events do nothing.
+class Tyhjapart : public Part {
+public:
+    void syncEvent(int value) override;
+    void drawFrame(float seconds) override;
+};

@@ -1,0 +1,11 @@
+#pragma once
+
+// Opens a double-buffered OpenGL display of this size, full screen unless the options say
+// otherwise, and hides the mouse cursor. Ends the process with a message on standard error when
+// there is none.
+void initVideo(int width, int height);
+
+// Sets the OpenGL state that every scene starts from: black clear colour, a viewport of the view's
+// size centred in the window, a perspective projection with the eye at the origin looking down the
+// negative z axis, and alpha blending.
+void initGL(int windowWidth, int windowHeight, int viewWidth, int viewHeight);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <array>
+
+class Part;
+
+// The scenes by scene number; null where no scene has that number.
+using SceneTable = std::array<Part*, 8>;
+
+// Filled by buildWorld. Each scene lives until the process ends.
+extern SceneTable sceneTable;

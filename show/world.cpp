@@ -1,0 +1,63 @@
+#include "show/world.h"
+
+#include "base/view.h"
+#include "scenes/alkupart.h"
+#include "scenes/kolmaspart.h"
+#include "scenes/kuudespart.h"
+#include "scenes/loppupart.h"
+#include "scenes/neljaspart.h"
+#include "scenes/shared_objects.h"
+#include "scenes/tokapart.h"
+#include "scenes/tyhjapart.h"
+#include "scenes/viidespart.h"
+#include "show/demo_clock.h"
+#include "show/scene_table.h"
+
+namespace {
+
+constexpr int kGridCell = 8; // pixels, of both sides
+constexpr float kGridDepth = 10.0F;
+
+// The canvas is opaque and has its texture before any scene sees it.
+void buildLineCanvas()
+{
+    lineCanvas.create(512, 256, 32);
+    lineCanvas.setAlpha(1.0F);
+    lineCanvas.makeTexture();
+}
+
+// The scenes are never destroyed: they live until the process ends.
+void buildScenes()
+{
+    sceneTable[0] = new Alkupart;
+    sceneTable[1] = new Tokapart;
+    sceneTable[2] = new Kolmaspart;
+    sceneTable[3] = new Neljaspart;
+    sceneTable[4] = new Viidespart;
+    sceneTable[5] = new Kuudespart;
+    sceneTable[6] = new Loppupart;
+    sceneTable[7] = new Tyhjapart;
+}
+
+// The ground of several scenes, over the whole viewport.
+void buildSharedGrid()
+{
+    gridTexture.load("data/outohalko4_tumma.tga", 32);
+    gridTexture.makeTexture();
+
+    sharedGrid.setProjection(kViewWidth, kViewHeight, kFieldOfView);
+    sharedGrid.build(0, 0, kViewWidth, kViewHeight, kViewWidth / kGridCell, kViewHeight / kGridCell,
+                     kGridDepth);
+    sharedGrid.setTexture(gridTexture.getTextureName());
+    sharedGrid.setAlpha(1.0F);
+}
+
+} // namespace
+
+void buildWorld()
+{
+    buildLineCanvas();
+    buildScenes();
+    buildSharedGrid();
+    demoClock.start();
+}

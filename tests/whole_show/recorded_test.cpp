@@ -1,0 +1,342 @@
+// The whole show, recorded: the real program with real OpenGL, frame by frame and sample by sample.
+
+#include "sound/mixer.h"
+#include "tests/whole_show/files.h"
+#include "tests/whole_show/scripted_module.h"
+#include "tests/whole_show/studio.h"
+#include "tools/record/png_file.h"
+
+#include <array>
+#include <cstring>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
+using Lines = std::vector<FrameLine>;
+
+// With the last one, frames come a fraction of a sample before rows, then more and more of them.
+constexpr FrameRate kRates[] = {
+    {24,    1    },
+    {60000, 1001 },
+    {60,    1    },
+    {144,   1    },
+    {88200, 10583},
+};
+
+// A word for each row: the scene's number, 8 for the end, or "-" for nothing new.
+XmModule scenes(const std::string& rows)
+{
+    std::vector<Cue> cues;
+    std::istringstream words(rows);
+    std::string word;
+    for (int row = 0; words >> word; ++row) {
+        if (word != "-") {
+            cues.push_back({0, row, 0, std::stoi(word)});
+        }
+    }
+    return scriptedModule(1, cues);
+}
+
+// The first frame at the beginning of a row or after it.
+std::size_t frameOf(int row, const FrameRate& rate)
+{
+    const auto sample = static_cast<std::uint64_t>(row) * kSamplesPerRow;
+    const std::uint64_t unit = 44100 * rate.seconds;
+    return (sample * rate.frames + unit - 1) / unit;
+}
+
+// A letter for each frame of the rows, as many as begin during them.
+std::string perFrame(const std::string& letterOfRow, const FrameRate& rate)
+{
+    std::string text;
+    for (std::size_t row = 0; row < letterOfRow.size(); ++row) {
+        text.resize(frameOf(static_cast<int>(row) + 1, rate), letterOfRow[row]);
+    }
+    return text;
+}
+
+std::string whereBlack(const Lines& lines, const std::string& black)
+{
+    std::string text;
+    for (const FrameLine& line : lines) {
+        text += line.picture == black ? '.' : '#';
+    }
+    return text;
+}
+
+// A saw that climbs from row to row.
+void addSound(XmModule& module)
+{
+    XmSample& saw = module.instruments.emplace_back().samples.emplace_back();
+    for (; saw.loopLength < 64; ++saw.loopLength) {
+        saw.data.push_back(static_cast<std::int16_t>(500 * (saw.loopLength - 32)));
+    }
+    XmPattern& pattern = module.patterns.front();
+    for (int row = 0; row < pattern.rows(); ++row) {
+        pattern.at(row, 1).note = static_cast<std::uint8_t>(kXmNoteC4 + row % 12);
+        pattern.at(row, 1).instrument = 1;
+    }
+}
+
+// What a module sounds like, as the bytes of 16-bit pairs.
+std::string soundOf(const fs::path& file, std::size_t pairs)
+{
+    std::unique_ptr<FMUSIC_MODULE> module;
+    EXPECT_EQ(loadModule(file.c_str(), module), SoundError::none);
+    Mixer mixer;
+    mixer.setGain(*module, 255.0F / 256.0F);
+    mixer.play(*module);
+    std::vector<std::int16_t> samples(pairs * kMixChannels);
+    mixer.mix(samples);
+    std::string bytes(samples.size() * sizeof samples[0], '\0');
+    std::memcpy(bytes.data(), samples.data(), bytes.size());
+    return bytes;
+}
+
+} // namespace
+
+// Every scene twice, a row each, after a black one; some rows begin with a frame, most do not. (The
+// closing scene's blending would leave the opening black.) The sound is the module's and ends with
+// the picture.
+TEST(Recorded, ShowsEveryChangeOnItsFrameAndHearsEverySample)
+{
+    XmModule module = scenes("7 0 7 1 7 0 7 2 7 1 7 3 7 2 7 4 7 3 7 5 7 4 7 6 7 5 7 6 8");
+    addSound(module);
+    const Studio studio(module);
+    for (const FrameRate& rate : kRates) {
+        const Lines lines = studio.list(fps(rate) + "-o sound.wav");
+        ASSERT_FALSE(lines.empty());
+        EXPECT_EQ(whereBlack(lines, lines.front().picture),
+                  perFrame(".#.#.#.#.#.#.#.#.#.#.#.#.#.#", rate));
+        EXPECT_EQ(lines.back().number, lines.size() - 1);
+
+        ASSERT_EQ(studio.run("ffmpeg -v error -i sound.wav -f s16le -y sound").status, 0);
+        const std::size_t pairs = lines.size() * rate.seconds * 44100 / rate.frames;
+        const std::string wanted = soundOf(studio.folder() / "data/olvu.xm", pairs);
+        const std::string heard = contents(studio.folder() / "sound");
+        EXPECT_EQ(heard.size(), wanted.size());
+        EXPECT_TRUE(heard == wanted) << fps(rate);
+    }
+}
+
+// An event draws from its frame on, and what no scene draws is the last picture.
+TEST(Recorded, ShowsEveryEventOnItsFrame)
+{
+    const XmModule plain = scenes("1 - - 9 63 7 8");
+    XmModule eventful = plain;
+    eventful.patterns[0].at(1, 1) = {.effect = kXmEffectZxx, .parameter = 128}; // a title
+    const Studio plainStudio(plain);
+    const Studio eventfulStudio(eventful);
+    for (const FrameRate& rate : kRates) {
+        const Lines without = plainStudio.list(fps(rate));
+        const Lines with = eventfulStudio.list(fps(rate));
+        ASSERT_EQ(without.size(), with.size());
+        std::string drawn;
+        for (std::size_t i = 0; i < with.size(); ++i) {
+            const bool isChanged = with[i].picture != without[i].picture;
+            const bool isHeld = i > 0 && with[i].picture == with[i - 1].picture;
+            drawn += !isChanged ? '.' : isHeld ? 'h' : '#';
+        }
+        EXPECT_EQ(drawn, perFrame(".##hh.", rate));
+    }
+    // The last frame shows nothing, the one after it would.
+    EXPECT_EQ(plainStudio.list("--fps 60 --to 0.6").size(), 36);
+}
+
+TEST(Recorded, EndsAtAKeyOrAClosedWindowAfterAWholeFrame)
+{
+    const Studio studio(scenes("2 - - - - - - 8"));
+    // 2 a key goes down, 12 the window closes.
+    const std::pair<const char*, std::size_t> rows[] = {
+        {"2",  12},
+        {"12", 12},
+    };
+    for (const auto& [event, frames] : rows) {
+        ::setenv("CAPTURE_CLOSE", event, 1);
+        EXPECT_EQ(studio.list("--fps 24 --to 0.5").size(), frames) << event;
+    }
+    ::unsetenv("CAPTURE_CLOSE");
+}
+
+// Only the orders where start scenes begin are black, and each has an end of its own.
+TEST(Recorded, BeginsWithTheStartScene)
+{
+    const std::string orders = "\3\6\12\15\22\32"; // of start scenes 2 to 7
+    std::vector<Cue> cues;
+    for (int order = 0; order < 27; ++order) {
+        const std::size_t at = orders.find(static_cast<char>(order));
+        cues.push_back({order, 0, 0, at == std::string::npos ? 1 : 7});
+        cues.push_back({order, order % 13 + 1, 0, 8});
+    }
+    const Studio studio(scriptedModule(27, cues));
+    const std::string black = studio.list("--fps 10 -- 7").back().picture;
+    EXPECT_NE(studio.list("--fps 10").front().picture, black);
+    for (std::size_t i = 0; i < orders.size(); ++i) {
+        const Lines lines = studio.list("--fps 10 -- " + std::to_string(i + 2));
+        const int rows = orders[i] % 13 + 1;
+        EXPECT_EQ(whereBlack(lines, black),
+                  perFrame(std::string(static_cast<std::size_t>(rows), '.'), {10, 1}));
+    }
+}
+
+// Up to row 4 the pictures depend on the time alone; then on the number of frames and on random
+// numbers too.
+TEST(Recorded, IsTheSameEachTimeAtAnyRateAndFromAnywhere)
+{
+    const Studio studio(scenes("2 - 1 - 3 - 6 - 5 4 0 - 8"));
+    const Lines all = studio.list("--fps 60");
+    EXPECT_EQ(studio.list("--fps 60"), all);
+    const Lines part = studio.list("--fps 60 --from 0.3333 --to 1.2");
+    EXPECT_EQ(part, Lines(all.begin() + 20, all.begin() + 72));
+    const Lines thrice = studio.list("--fps 180 --to 0.5");
+    for (std::size_t i = 0; i < frameOf(4, {60, 1}); ++i) {
+        EXPECT_EQ(thrice.at(3 * i).picture, all.at(i).picture) << i;
+    }
+    // The show's own music, with all that a player rounds.
+    EXPECT_EQ(studio
+                  .run("$RECORD --fps 24 --to 2 -o 24.wav -- 5 && "
+                       "$RECORD --fps 60 --to 2 -o 60.wav -- 5 && cmp 24.wav 60.wav")
+                  .status,
+              0);
+}
+
+TEST(Recorded, DrawsTheSamePictureInEverySize)
+{
+    const Studio studio(scenes("1 - - - 4"));
+    const auto pictures = [&](const std::string& size) {
+        const Result result = studio.run("$RECORD --show . --fps 20 --stills " + size +
+                                         " --at 0.4,0.5 --size " + size);
+        EXPECT_EQ(result.status, 0) << result.errors;
+        return std::array{readPng(studio.folder() / size / "0.4.png"),
+                          readPng(studio.folder() / size / "0.5.png")};
+    };
+    const auto window = pictures("640x480");
+    const auto bare = pictures("640x272");
+    const auto large = pictures("1280x544");
+    for (std::size_t i = 0; i < bare.size(); ++i) { // quads, lines
+        Picture banded = bare[i];
+        const std::vector<std::uint8_t> band(std::size_t{104} * 640 * 3);
+        banded.bytes.insert(banded.bytes.begin(), band.begin(), band.end());
+        banded.bytes.insert(banded.bytes.end(), band.begin(), band.end());
+        EXPECT_LT(differenceOf(window[i], banded).mean, 0.1) << i;
+        EXPECT_LT(differenceOf(scaledDown(large[i], 2), bare[i]).mean, 3.0) << i;
+    }
+}
+
+// The show's own failures keep their message and stream.
+TEST(Recorded, SaysWhyThereIsNoRecording)
+{
+    struct Row {
+        const char* before;
+        const char* options;
+        int status;
+        const char* errors; // among them
+        const char* output = "";
+    };
+    // clang-format off
+    constexpr Row kRows[] = {
+        {"rm data/olvu.xm;", "--to 1", 1, "kso: the show failed\n", "Error!\nFile not found\n"},
+        {"rm -r data;", "--to 1", 1, "kso: the show failed\n", "Error!\nFile not found\n"},
+        {"rm data/by.tga;", "", 1, "\n\nError opening data/by.tga!\n\nkso: the show failed\n"},
+        {"", "--show nowhere", 2, "kso: there is no folder \"nowhere\"\n"},
+        {"", "--shows .", 2, "kso: there is no option \"--shows\"; "},
+        {"", "--stills . --at 0.2,9", 1, "\nkso: the show ended before the still 9.png\n"},
+        {"", "--from 9 --hashes list", 1, "\nkso: the show ended before --from\n"},
+        {"", "--hashes /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
+        {"", "--stills data/by.tga --at 0", 1, "kso: cannot make data/by.tga: "},
+        {"", "-o nowhere/film.mp4", 1, "\nkso: ffmpeg cannot make nowhere/film.mp4: "},
+        {"trap '' XFSZ; ulimit -f 1;", "-o film.mp4", 1, "film.part.mp4: File too large\n"},
+        {"PATH=/nowhere", "", 1, "kso: ffmpeg does not start: No such file or directory; "},
+    };
+    // clang-format on
+    for (const Row& row : kRows) {
+        const Studio studio(scenes("- - - 8"));
+        const Result result =
+            studio.run(std::string(row.before) + " $RECORD --show . --fps 10 " + row.options);
+        EXPECT_EQ(result.status, row.status) << row.options;
+        EXPECT_EQ(result.output, row.output) << row.options;
+        EXPECT_THAT(result.errors, HasSubstr(row.errors));
+        EXPECT_FALSE(fs::exists(studio.folder() / "film.mp4"));
+        EXPECT_FALSE(fs::exists(studio.folder() / "film.part.mp4"));
+    }
+}
+
+TEST(Recorded, MakesAFilmThatPlays)
+{
+    const Studio studio(scenes("- 7 2"));
+    const std::string probe =
+        "ffprobe -v warning -count_frames -of csv=p=0 -show_entries "
+        "stream=codec_name,r_frame_rate,duration,nb_read_frames film.mp4 2>&1";
+    const std::string play = "ffmpeg -v warning -i film.mp4 -f null - 2>&1";
+    ASSERT_EQ(studio.run("$RECORD --show . --fps 59.94 --to 1 -o film.mp4").status, 0);
+    EXPECT_THAT(studio.run(probe).output,
+                StartsWith("h264,60000/1001,1.001000,60\naac,0/0,1.000998,"));
+    EXPECT_EQ(studio.run(play).output, "");
+
+    // Stopped, it is as long as it was by then.
+    const Result stopped =
+        studio.run("rm film.mp4; $RECORD --show . -o film.mp4 & "
+                   "while kill -0 $! && [ ! -e film.part.mp4 ]; do sleep 0.05; done; "
+                   "kill -INT $!; wait $!");
+    EXPECT_EQ(stopped.status, 130) << stopped.errors;
+    EXPECT_THAT(studio.run(probe).output,
+                MatchesRegex("h264,60/1,[0-9.]+,[1-9][0-9]*\naac,0/0,[0-9.]+,[1-9][0-9]*\n"));
+    EXPECT_EQ(studio.run(play).output, "");
+}
+
+// Three moments of each scene of the show, averaged 4 x 4, below each other. How far they may be
+// off is about twice as far as Mesa's slower software renderer is, which shares little with the
+// usual one.
+TEST(Recorded, LooksAsItDid)
+{
+    struct Row {
+        const char* name;
+        const char* startScene;
+        std::array<const char*, 3> moments;
+        int largest;
+        double mean;
+    };
+    // clang-format off
+    constexpr Row kRows[] = {
+        {"opening",         "0", {"1", "11.6", "20"},    8,  0.1},
+        {"twister",         "2", {"2.1", "6", "17"},     8,  0.3},
+        {"image_trail",     "3", {"0.5", "2.4", "6.8"},  24, 0.8},
+        {"logo_and_jitter", "4", {"0.5", "3.5", "7.2"},  12, 0.5},
+        {"wire_cubes",      "5", {"0.3", "1.4", "7.7"},  64, 1.5},
+        {"tube",            "6", {"1", "4.5", "12.5"},   48, 0.5},
+        {"closing",         "7", {"1", "12", "20"},      24, 0.3},
+    };
+    // clang-format on
+    const bool isAnew = std::getenv("KSO_RECORD_GOLDEN") != nullptr;
+    const Studio studio({});
+    for (const auto& [name, startScene, moments, largest, mean] : kRows) {
+        const auto [first, second, third] = moments;
+        const std::string times = std::string(first) + ',' + second + ',' + third;
+        const Result result = studio.run("$RECORD --size 640x272 --fps 10 --stills . --at " +
+                                         times + " -- " + startScene);
+        ASSERT_EQ(result.status, 0) << result.errors;
+        Picture strip;
+        for (const std::string moment : moments) {
+            const Picture still = scaledDown(readPng(studio.folder() / (moment + ".png")), 4);
+            strip.width = still.width;
+            strip.height += still.height;
+            strip.bytes.insert(strip.bytes.end(), still.bytes.begin(), still.bytes.end());
+        }
+        const fs::path golden = std::string("tests/whole_show/golden/") + name + ".png";
+        if (isAnew) {
+            writePng(golden, {strip.width, strip.height}, strip.bytes);
+            ADD_FAILURE() << golden << " is written anew: look at it, then run without "
+                          << "KSO_RECORD_GOLDEN";
+            continue;
+        }
+        const Difference difference = differenceOf(strip, readPng(golden));
+        EXPECT_LE(difference.largest, largest) << name;
+        EXPECT_LE(difference.mean, mean) << name;
+    }
+}

@@ -1,0 +1,36 @@
+// Runs the real program on a stage of its own: a folder with a scripted module and test pictures,
+// and the stand-in for SDL, OpenGL and the clock, which writes down every call.
+#pragma once
+
+#include "tests/whole_show/scripted_module.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// The frame, counted from 1, that is the first to hear a row: the samples of a pass are fed at its
+// end, so what happens in them reaches the next frame.
+int frameThatHears(int order, int row, int framesPerSecond);
+
+struct Performance {
+    std::vector<std::string> arguments = {"-window"};
+    std::optional<XmModule> module = scriptedModule(1, {}); // none: the file is missing
+    int framesPerSecond = 60;
+    int lastFrame = 0;            // the window is closed after it; 0 never
+    std::string events = {};      // see stand_in.cpp
+    std::string failingCall = {}; // see stand_in.cpp
+    std::string moduleBytes = {}; // instead of `module`, if not empty
+    std::string missingPicture = {};
+    std::string wrongPicture = {}; // holds a small title instead
+};
+
+struct Outcome {
+    int status = -1;                  // exit status, or -1 when a signal ended the program
+    std::string output;               // standard output
+    std::string errors;               // standard error
+    std::vector<std::string> startUp; // calls before the first frame
+    std::vector<std::vector<std::string>> frames; // calls by pass of the main loop
+    std::vector<std::string> shutDown;            // calls after the last pass
+};
+
+Outcome perform(const Performance& performance);
