@@ -40,8 +40,6 @@ constexpr std::array kFaces = {
     Face{{1, 5, 6}, {6, 2, 1}, {0.9F, 0.9F, 0.9F}},
 };
 
-enum DrawMode { kColoured = 1, kWire = 2, kTextured = 3 };
-
 } // namespace
 
 void CubeMesh::build(float halfSize)

@@ -11,6 +11,9 @@
 // scale, and for wire lines alpha, width and colour, must be set before the first draw.
 class CubeMesh {
 public:
+    // The styles that can be drawn.
+    enum DrawMode : int { kColoured = 1, kWire, kTextured };
+
     // Fills corners, triangles and colours; an edge is two half sizes long.
     void build(float halfSize);
 

@@ -14,19 +14,46 @@ struct GridWarp::Motion {
     int pointsLeft; // out at the end of each row and column
 };
 
+constexpr GridWarp::Motion GridWarp::kSwell = {
+    .topLeft = 7.85,
+    .topRight = 5.652,
+    .bottomLeft = 4.396,
+    .bottomRight = 8.164,
+    .pace = 1.5,
+    .waves = 0.6,
+    .zoomRange = 1.3,
+    .pointsLeft = 0,
+};
+constexpr GridWarp::Motion GridWarp::kFast = {
+    .topLeft = 3.14,
+    .topRight = 3.14,
+    .bottomLeft = 3.14,
+    .bottomRight = 3.14,
+    .pace = 5.0,
+    .waves = 1.0,
+    .zoomRange = 2.0,
+    .pointsLeft = 1,
+};
+
+namespace {
+
+constexpr float kSmallestZoom = 0.5F;
+
+} // namespace
+
 void GridWarp::apply(float time)
 {
-    rewrite(time, {7.85, 5.652, 4.396, 8.164, 1.5, 0.6, 1.3, 0}, 0.5F);
+    rewrite(time, kSwell, kSmallestZoom);
 }
 
 void GridWarp::applyFast(float time)
 {
-    applyFastBiased(time, 0.5F);
+    applyFastBiased(time, kSmallestZoom);
 }
 
 void GridWarp::applyFastBiased(float time, float base)
 {
-    rewrite(time, {3.14, 3.14, 3.14, 3.14, 5.0, 1.0, 2.0, 1}, base);
+    rewrite(time, kFast, base);
 }
 
 void GridWarp::rewrite(float time, const Motion& motion, float base)

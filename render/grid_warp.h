@@ -22,6 +22,7 @@ public:
 
 private:
     struct Motion;
+    static const Motion kSwell, kFast;
 
     void rewrite(float time, const Motion& motion, float base);
 

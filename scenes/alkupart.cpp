@@ -1,5 +1,7 @@
 #include "scenes/alkupart.h"
 
+#include "base/view.h"
+#include "cues/catalogue.h"
 #include "scenes/shared_objects.h"
 
 #include <GL/gl.h>
@@ -11,8 +13,6 @@ namespace {
 constexpr float kQuadDepth = 20.0F;
 constexpr int kVertexCount = 600;
 constexpr int kCoolFigure = 2;
-constexpr int kCanvasWidth = 512;
-constexpr int kCanvasHeight = 256;
 
 constexpr float kNearDepth = -7.5F;
 constexpr float kNearestDepth = -4.0F;
@@ -41,39 +41,40 @@ float jitter(float seconds, double speed)
 Alkupart::Alkupart()
 {
     quad_.init(kQuadDepth);
+    quad_.setTexture(lineCanvas.getTextureName());
+    quad_.place(0, 0, kViewWidth, kViewHeight);
     quad_.setAlpha(1.0F);
 
     lines_.create(kVertexCount);
     lines_.generate(kCoolFigure);
-    lines_.setTarget(lineCanvas.getPixels(), kCanvasWidth, kCanvasHeight);
-    lines_.setThickness(1);
-    lines_.setPosition(0.0F, 0.0F, -2.5F);
+    lines_.setTarget(lineCanvas.getPixels(), kLineCanvasWidth, kLineCanvasHeight);
 }
 
 void Alkupart::syncEvent(int value)
 {
+    using namespace cues::opening;
     switch (value) {
-    case 128:
+    case kSpin:
         zoomActive_ = 0;
         pulse_ = 1.0F;
         spin_ = 1.0F;
         break;
-    case 129:
+    case kGlide:
         zoomActive_ = 1;
         zoomKick_ = 1.0F;
         pulse_ = 0.0F;
         break;
-    case 130:
+    case kSwellAndGlide:
         zoomActive_ = 1;
         pulse_ = 1.0F;
         zoomKick_ = 1.0F;
         break;
-    case 131:
+    case kNear:
         baseDepth_ = kNearDepth;
         pulse_ = 1.0F;
         spin_ = 1.0F;
         break;
-    case 132:
+    case kNearest:
         baseDepth_ = kNearestDepth;
         spin_ = 1.0F;
         pulse_ = 1.0F;
@@ -83,55 +84,55 @@ void Alkupart::syncEvent(int value)
     }
 }
 
-// The figure tumbles and trembles; a pulse thickens its lines, a spin turns it, a zoom glides it
-// toward the viewer, and all three die away.
 void Alkupart::drawFrame(float seconds)
 {
     glClear(GL_COLOR_BUFFER_BIT);
+    drawFigure(seconds);
+    advance(seconds);
+    presentCanvas();
+    SDL_GL_SwapBuffers();
+}
 
-    const float jitterX = jitter(seconds, 13213.13);
-    const float jitterY = jitter(seconds, 23332.23);
-
+// The figure tumbles and trembles; a pulse thickens its lines, a spin turns it, a zoom glides it
+// toward the viewer.
+void Alkupart::drawFigure(float seconds)
+{
     const double kick = std::sin(static_cast<double>(spin_));
     const double turnX = kick + wobble(seconds, 34.32);
     const double turnY = wobble(seconds, 73.23);
     const double turnZ = kick + wobble(seconds, 3.12);
-
-    const auto thickness = static_cast<int>(4.0 * pulse_ + 3.0);
+    lines_.setAngleX(static_cast<float>(seconds * turnX));
+    lines_.setAngleY(static_cast<float>(seconds * turnY));
+    lines_.setAngleZ(static_cast<float>(seconds * turnZ));
 
     float depth = baseDepth_;
     if (zoomActive_) {
         depth = static_cast<float>(baseDepth_ + kZoomWay * (1.0F - zoomKick_));
     }
+    lines_.setPosition(jitter(seconds, 13213.13), jitter(seconds, 23332.23), depth);
+    lines_.setThickness(static_cast<int>(4.0 * pulse_ + 3.0));
 
-    // The very first frame shows the kicks whole.
+    lineCanvas.clear();
+    lines_.transform();
+    lines_.scaleColours(colourScale_);
+    lines_.draw();
+}
+
+// All kicks die away; the very first frame leaves them whole.
+void Alkupart::advance(float seconds)
+{
     if (prevTime_ > 0.0F) {
         spin_ = static_cast<float>(spin_ * kSpinDecay);
         zoomKick_ = static_cast<float>(zoomKick_ * kZoomDecay);
         pulse_ = static_cast<float>(pulse_ * kPulseDecay);
     }
+    prevTime_ = seconds;
+}
 
-    lineCanvas.clear();
-    lines_.setTarget(lineCanvas.getPixels(), kCanvasWidth, kCanvasHeight);
-    lines_.setAngleX(static_cast<float>(seconds * turnX));
-    lines_.setAngleY(static_cast<float>(seconds * turnY));
-    lines_.setAngleZ(static_cast<float>(seconds * turnZ));
-    lines_.setPosition(jitterX, jitterY, depth);
-    lines_.transform();
-    lines_.scaleColours(colourScale_);
-    lines_.setThickness(thickness);
-    lines_.draw();
-
+void Alkupart::presentCanvas()
+{
     // Drawing lines clears alpha; the canvas is shown opaque.
     lineCanvas.setAlpha(1.0F);
     lineCanvas.updateTexture();
-
-    quad_.setTexture(lineCanvas.getTextureName());
-    quad_.place(0, 0, 640, 272);
-    quad_.setAlpha(1.0F);
-    quad_.setPositionX(0.0F);
     quad_.draw();
-
-    SDL_GL_SwapBuffers();
-    prevTime_ = seconds;
 }

@@ -7,9 +7,9 @@
 // Scene 0, the opening: a tumbling figure of 300 line segments, drawn in software into the line
 // canvas and stretched over the viewport.
 //
-// Sync events kick it, and every kick dies away frame by frame: 128 thickens and spins it and ends
-// a zoom, 129 zooms with thin lines, 130 zooms with thick ones, 131 and 132 bring it near and
-// nearer with a thick spin.
+// Sync events (cues::opening) kick it, and every kick dies away frame by frame: a spin thickens it
+// and ends a zoom, a glide zooms with thin lines, the other one with thick ones; two bring it near
+// and nearest with a thick spin.
 class Alkupart : public Part {
 public:
     // Needs the line canvas and the display.
@@ -19,6 +19,10 @@ public:
     void drawFrame(float seconds) override;
 
 private:
+    void drawFigure(float seconds);
+    void advance(float seconds);
+    void presentCanvas();
+
     ScreenQuad quad_;
     LineSet lines_;
     float colourScale_ = 1.0F; // 1 leaves the figure's own colours

@@ -1,5 +1,7 @@
 #include "scenes/kolmaspart.h"
 
+#include "base/view.h"
+#include "cues/catalogue.h"
 #include "scenes/pictures.h"
 #include "scenes/shared_objects.h"
 
@@ -14,6 +16,13 @@ constexpr float kTilt = 0.7F;     // degrees about the x axis
 constexpr float kWarpPush = 2.0F; // seconds
 constexpr int kCopies = 25;
 constexpr int kCopySize = 255; // pixels
+constexpr int kStartX = (kViewWidth - kCopySize) / 2;
+constexpr int kStartY = 0;
+
+// How far a step may go, beside two pixels that it always may.
+constexpr float kSmallStep = 2.5F; // pixels
+constexpr float kWideStep = 10.0F;
+constexpr float kWidestStep = 20.0F;
 
 float flicker(float seconds)
 {
@@ -43,22 +52,24 @@ Kolmaspart::Kolmaspart()
 {
     loadKeyed(image_, "data/additiivinen_aivo.tga");
     quad_.init(kQuadDepth);
+    quad_.setTexture(image_.getTextureName());
     quad_.setRotationX(kTilt);
 }
 
 void Kolmaspart::syncEvent(int value)
 {
+    using namespace cues::image_trail;
     switch (value) {
-    case 128:
-        stepScale_ = 2.5F;
+    case kSmallSteps:
+        stepScale_ = kSmallStep;
         break;
-    case 129:
-        stepScale_ = 10.0F;
+    case kWideSteps:
+        stepScale_ = kWideStep;
         break;
-    case 130:
-        stepScale_ = 20.0F;
+    case kWidestSteps:
+        stepScale_ = kWidestStep;
         break;
-    case 131:
+    case kPush:
         timeOffset_ += kWarpPush;
         break;
     default:
@@ -66,33 +77,34 @@ void Kolmaspart::syncEvent(int value)
     }
 }
 
-// The last copy of the trail is added twice.
 void Kolmaspart::drawFrame(float seconds)
 {
     glClear(GL_COLOR_BUFFER_BIT);
     drawWarpedGrid(seconds + timeOffset_);
-
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    quad_.setTexture(image_.getTextureName());
-    const float alpha = flicker(seconds);
-    image_.updateTexture();
-
-    int x = 192;
-    int y = 0;
-    for (int i = 0; i < kCopies; ++i) {
-        x += stepX(seconds, i, stepScale_);
-        y += stepY(seconds, i, stepScale_);
-        drawCopy(x, y, alpha);
-    }
-    drawCopy(x, y, alpha);
-
+    drawTrail(seconds);
     SDL_GL_SwapBuffers();
 }
 
-void Kolmaspart::drawCopy(int x, int y, float alpha)
+// All copies add up, the last one twice.
+void Kolmaspart::drawTrail(float seconds)
 {
-    quad_.setAlpha(alpha);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    image_.updateTexture();
+    quad_.setAlpha(flicker(seconds));
+
+    int x = kStartX;
+    int y = kStartY;
+    for (int i = 0; i < kCopies; ++i) {
+        x += stepX(seconds, i, stepScale_);
+        y += stepY(seconds, i, stepScale_);
+        drawCopy(x, y);
+    }
+    drawCopy(x, y);
+}
+
+void Kolmaspart::drawCopy(int x, int y)
+{
     quad_.place(x, y, kCopySize, kCopySize);
     quad_.draw();
 }

@@ -1,5 +1,6 @@
 #include "scenes/kuudespart.h"
 
+#include "base/view.h"
 #include "scenes/pictures.h"
 
 #include <GL/gl.h>
@@ -32,21 +33,22 @@ Kuudespart::Kuudespart()
 
     loadOpaque(lightImage_, "data/valo.tga");
     loadOpaque(ballImage_, "data/oranssipallotexture2.tga");
+    tube_.setLightTexture(lightImage_.getTextureName());
+    tube_.setBaseTexture(ballImage_.getTextureName());
 
     greetImage_.load("data/greet.tga", 32);
     greetImage_.makeTexture();
     greetQuad_.init(kGreetDepth);
     greetQuad_.setTexture(greetImage_.getTextureName());
     for (Position& position : linePos_) {
-        position.x = std::rand() % 384;
-        position.y = std::rand() % 220;
+        position.x = std::rand() % (kViewWidth - kLineWidth);
+        position.y = std::rand() % (kViewHeight - kLineHeight - 1);
     }
 }
 
 void Kuudespart::syncEvent(int value)
 {
-    constexpr int kFirstEvent = 128;
-    const int line = value - kFirstEvent;
+    const int line = value - cues::tube::kFirstGreeting;
     if (line >= 0 && line < static_cast<int>(kLines)) {
         lineAlpha_[static_cast<std::size_t>(line)] = 1.0F;
     }
@@ -57,23 +59,31 @@ void Kuudespart::drawFrame(float seconds)
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-
-    tilt_ = static_cast<float>(25.0 * std::sin(static_cast<double>(seconds)));
-    tube_.setLightTexture(lightImage_.getTextureName());
-    tube_.setBaseTexture(ballImage_.getTextureName());
-    tube_.setRotation(tilt_, 0.0F, static_cast<float>(80.0 * seconds));
-    tube_.draw(seconds);
+    drawTube(seconds);
 
     glDepthFunc(GL_ALWAYS);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    drawLines();
+    fadeLines();
+    SDL_GL_SwapBuffers();
+}
+
+// The flight rolls steadily and sways up and down.
+void Kuudespart::drawTube(float seconds)
+{
+    tilt_ = static_cast<float>(25.0 * std::sin(static_cast<double>(seconds)));
+    tube_.setRotation(tilt_, 0.0F, static_cast<float>(80.0 * seconds));
+    tube_.draw(seconds);
+}
+
+void Kuudespart::drawLines()
+{
     for (std::size_t k = 0; k < kLines; ++k) {
         if (lineAlpha_[k] > 0.0F) {
             drawLine(k);
         }
     }
-
-    SDL_GL_SwapBuffers();
 }
 
 void Kuudespart::drawLine(std::size_t k)
@@ -84,9 +94,14 @@ void Kuudespart::drawLine(std::size_t k)
     greetQuad_.setAlpha(lineAlpha_[k]);
     greetQuad_.place(linePos_[k].x, linePos_[k].y, kLineWidth, kLineHeight);
     greetQuad_.draw();
+}
 
-    lineAlpha_[k] = static_cast<float>(lineAlpha_[k] * kFade);
-    if (lineAlpha_[k] < kInvisible) {
-        lineAlpha_[k] = 0.0F;
+void Kuudespart::fadeLines()
+{
+    for (float& alpha : lineAlpha_) {
+        alpha = static_cast<float>(alpha * kFade);
+        if (alpha < kInvisible) {
+            alpha = 0.0F;
+        }
     }
 }

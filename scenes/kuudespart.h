@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cues/catalogue.h"
 #include "image/bitmap.h"
 #include "render/bump_tube.h"
 #include "render/screen_quad.h"
@@ -11,8 +12,8 @@
 // Scene 5, the tube and the greetings: a flight through a bulging, lit tube that rolls and sways,
 // and over it ten greeting lines, bands of one picture, at places drawn at random once.
 //
-// Sync events 128 to 137 light one line each, which then fades by 2 % per drawn frame. Leaves depth
-// testing on with GL_ALWAYS, and blending on.
+// Sync events (cues::tube) light one line each, which then fades by 2 % per drawn frame. Leaves
+// depth testing on with GL_ALWAYS, and blending on.
 class Kuudespart : public Part {
 public:
     // Loads the pictures from "data". Needs the display.
@@ -22,13 +23,16 @@ public:
     void drawFrame(float seconds) override;
 
 private:
-    static constexpr std::size_t kLines = 10;
+    static constexpr std::size_t kLines = cues::tube::kEvents.size();
 
     struct Position {
         int x, y; // pixels of the viewport, a line's top left corner
     };
 
+    void drawTube(float seconds);
+    void drawLines();
     void drawLine(std::size_t k);
+    void fadeLines();
 
     float tilt_ = 0.0F; // degrees about the x axis, of this frame
     BumpTube tube_;

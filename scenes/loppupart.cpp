@@ -1,5 +1,7 @@
 #include "scenes/loppupart.h"
 
+#include "base/view.h"
+
 #include <GL/gl.h>
 #include <SDL.h>
 #include <cmath>
@@ -34,10 +36,12 @@ Loppupart::Loppupart()
 
     lines_.create(kVertexCount);
     lines_.generate(kWarmFigure);
+    lines_.setTarget(lineBitmap_.getPixels(), kCanvasWidth, kCanvasHeight);
     lines_.setThickness(kThickness);
-    lines_.setPosition(0.0F, 0.0F, -1.5F);
 
     blur_.build(kCanvasWidth, kCanvasHeight);
+    blur_.setSource(lineBitmap_.getPixels());
+    blur_.setTarget(reinterpret_cast<std::uint32_t*>(blurBitmap_.getPixels()));
 
     quad_.init(kQuadDepth);
     quad_.setAlpha(1.0F);
@@ -58,28 +62,13 @@ void Loppupart::drawFrame(float /*seconds*/)
     glDepthFunc(GL_ALWAYS);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-
     drawFigure();
-    phase_ = static_cast<float>(phase_ + kPhaseStep);
+    advance();
+    presentFire();
 
-    blur_.setTarget(reinterpret_cast<std::uint32_t*>(blurBitmap_.getPixels()));
-    blur_.setSource(lineBitmap_.getPixels());
-    blur_.render(kBlurLevels);
-    blurBitmap_.setAlpha(1.0F);
-    blurBitmap_.updateTexture();
-    quad_.setTexture(blurBitmap_.getTextureName());
-    quad_.place(0, 0, 640, 272);
-    quad_.setAlpha(1.0F);
-    quad_.draw();
-
-    // The title takes away its own colour: white burns black, black leaves the fire.
     glEnable(GL_BLEND);
     glBlendFunc(GL_ZERO, GL_ONE_MINUS_SRC_COLOR);
-    quad_.setTexture(titleImage_.getTextureName());
-    quad_.place(192, 60, 256, 128);
-    quad_.setAlpha(1.0F);
-    quad_.draw();
-
+    burnTitle();
     SDL_GL_SwapBuffers();
 }
 
@@ -88,11 +77,34 @@ void Loppupart::drawFigure()
 {
     const auto depth = static_cast<float>(-2.5 * (0.5 * std::sin(0.5 * phase_) + 0.5) - 2.0);
     lineBitmap_.clear();
-    lines_.setTarget(lineBitmap_.getPixels(), kCanvasWidth, kCanvasHeight);
     lines_.setAngleY(static_cast<float>(0.7 * phase_));
     lines_.setAngleZ(phase_);
     lines_.setPosition(0.0F, 0.0F, depth);
     lines_.transform();
     lines_.scaleColours(kDimming);
     lines_.draw();
+}
+
+void Loppupart::advance()
+{
+    phase_ = static_cast<float>(phase_ + kPhaseStep);
+}
+
+// The figure, smeared, over the whole view.
+void Loppupart::presentFire()
+{
+    blur_.render(kBlurLevels);
+    blurBitmap_.setAlpha(1.0F);
+    blurBitmap_.updateTexture();
+    quad_.setTexture(blurBitmap_.getTextureName());
+    quad_.place(0, 0, kViewWidth, kViewHeight);
+    quad_.draw();
+}
+
+// The title takes away its own colour: white burns black, black leaves the fire.
+void Loppupart::burnTitle()
+{
+    quad_.setTexture(titleImage_.getTextureName());
+    quad_.place(192, 60, 256, 128);
+    quad_.draw();
 }

@@ -21,6 +21,9 @@ public:
 
 private:
     void drawFigure();
+    void advance();
+    void presentFire();
+    void burnTitle();
 
     ZoomBlur blur_;
     LineSet lines_;

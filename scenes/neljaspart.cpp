@@ -1,5 +1,6 @@
 #include "scenes/neljaspart.h"
 
+#include "cues/catalogue.h"
 #include "scenes/pictures.h"
 #include "scenes/shared_objects.h"
 
@@ -27,7 +28,7 @@ Neljaspart::Neljaspart()
 
 void Neljaspart::syncEvent(int value)
 {
-    if (value == 131) {
+    if (value == cues::logo_and_jitter::kPush) {
         timeOffset_ += kWarpPush;
     }
 }
@@ -38,11 +39,25 @@ void Neljaspart::drawFrame(float seconds)
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     drawWarpedGrid(seconds + timeOffset_);
+    drawLogo();
+    drawShakenPicture();
 
+    // Back to what the show begins with, then to what the next scene finds.
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    SDL_GL_SwapBuffers();
+}
+
+void Neljaspart::drawLogo()
+{
     quad_.setTexture(logo_.getTextureName());
     quad_.place(0, 176, 256, 128); // the lower quarter is below the viewport
     quad_.draw();
+}
 
+// Three times, each amplifying the light below it.
+void Neljaspart::drawShakenPicture()
+{
     glEnable(GL_BLEND);
     glBlendFunc(GL_DST_COLOR, GL_ONE);
     quad_.setTexture(picture_.getTextureName());
@@ -54,11 +69,6 @@ void Neljaspart::drawFrame(float seconds)
     const int largeX = std::rand() & kLargeShake;
     const int largeY = std::rand() & kLargeShake;
     drawPicture(121 + largeX, 23 + largeY);
-
-    // Back to what the show begins with, then to what the next scene finds.
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    SDL_GL_SwapBuffers();
 }
 
 void Neljaspart::drawPicture(int x, int y)

@@ -7,7 +7,8 @@
 // Scene 3, logo and jitter: over the warped grid a logo, and a large picture three times, each
 // copy amplifying the light below it; two of the copies are shaken by a few pixels at random.
 //
-// Sync event 131 pushes the warp two seconds ahead. Leaves additive blending on.
+// A sync event (cues::logo_and_jitter) pushes the warp two seconds ahead. Leaves additive blending
+// on.
 class Neljaspart : public Part {
 public:
     // Loads the pictures from "data". Needs the display.
@@ -17,6 +18,8 @@ public:
     void drawFrame(float seconds) override;
 
 private:
+    void drawLogo();
+    void drawShakenPicture();
     void drawPicture(int x, int y);
 
     Bitmap logo_;

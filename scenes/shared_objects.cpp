@@ -9,7 +9,12 @@ Bitmap gridTexture;
 
 void drawWarpedGrid(float seconds)
 {
-    sharedWarp.setGrid(&sharedGrid);
     sharedWarp.apply(seconds);
     sharedGrid.draw();
+}
+
+void drawWarpedGrid(float seconds, float alpha)
+{
+    sharedGrid.setAlpha(alpha);
+    drawWarpedGrid(seconds);
 }

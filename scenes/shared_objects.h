@@ -6,7 +6,9 @@
 #include "render/grid_mesh.h"
 #include "render/grid_warp.h"
 
-// The canvas of the opening scene's line figure: 512 x 256 pixels, 32 bits, with its texture.
+// The canvas of the opening scene's line figure, of 32 bits per pixel, with its texture.
+constexpr int kLineCanvasWidth = 512;
+constexpr int kLineCanvasHeight = 256;
 extern Bitmap lineCanvas;
 
 // The ground of three scenes: a grid over the whole viewport that shows the grid's picture, and
@@ -15,5 +17,7 @@ extern GridMesh sharedGrid;
 extern GridWarp sharedWarp;
 extern Bitmap gridTexture;
 
-// Warps the shared grid for a time in seconds and draws it.
+// Warps the shared grid for a time in seconds and draws it, with the alpha that it has or with a
+// new one, which it keeps.
 void drawWarpedGrid(float seconds);
+void drawWarpedGrid(float seconds, float alpha);

@@ -1,5 +1,7 @@
 #include "scenes/tokapart.h"
 
+#include "base/view.h"
+#include "cues/catalogue.h"
 #include "scenes/pictures.h"
 
 #include <GL/gl.h>
@@ -21,7 +23,26 @@ constexpr unsigned kColumnTextureSize = 256;
 constexpr double kFlashDecay = 0.55; // per drawn frame
 constexpr double kJolt = 2.24;       // radians, of a whole flash
 
-constexpr std::array<std::size_t, 5> kLoadingOrder = {2, 3, 4, 0, 1};
+// A title, where it stands in the viewport, and the events that show and hide it. They are drawn in
+// this order.
+struct Title {
+    const char* path;
+    int x, y, width, height; // pixels
+    int shownBy, hiddenBy;
+};
+constexpr auto kTitleTable = std::to_array<Title>({
+    {"data/the.tga",       0,  176, 128, 32,  cues::twister::kTheAppears,       cues::twister::kTheGoes},
+    {"data/end.tga",       0,  208, 256, 64,  cues::twister::kEndAppears,       cues::twister::kEndGoes},
+    {"data/kso.tga",       0,  0,   256, 128, cues::twister::kKsoAppears,       cues::twister::kKsoGoes},
+    {"data/by.tga",        60, 70,  64,  32,  cues::twister::kByAppears,        cues::twister::kByGoes },
+    {"data/velmorant.tga", 80, 80,  512, 64,  cues::twister::kVelmorantAppears,
+     cues::twister::kVelmorantGoes                                                                     },
+});
+
+constexpr std::array<std::size_t, kTitleTable.size()> kLoadingOrder = {2, 3, 4, 0, 1};
+
+// The column is squeezed onto the right half of the view.
+constexpr int kColumnX = kViewWidth / 2;
 
 // A canvas's pixels as words.
 std::uint32_t* words(Bitmap& bitmap)
@@ -50,7 +71,7 @@ float columnAngle(float seconds, float flash, int row)
 Tokapart::Tokapart()
 {
     for (const std::size_t slot : kLoadingOrder) {
-        loadKeyed(titles_[slot], kTitles[slot].path);
+        loadKeyed(titles_[slot], kTitleTable[slot].path);
     }
     titleQuad_.init(kQuadDepth);
     titleQuad_.setAlpha(1.0F);
@@ -59,7 +80,7 @@ Tokapart::Tokapart()
     background_.makeTexture();
     backgroundQuad_.init(kQuadDepth);
     backgroundQuad_.setTexture(background_.getTextureName());
-    backgroundQuad_.place(0, 0, 640, 272);
+    backgroundQuad_.place(0, 0, kViewWidth, kViewHeight);
 
     canvas_.create(kCanvasWidth, kCanvasHeight, 32);
     canvas_.makeTexture();
@@ -67,19 +88,25 @@ Tokapart::Tokapart()
     loadOpaque(columnTexture_, kColumnPath);
     requireSize(columnTexture_, kColumnTextureSize, kColumnTextureSize, kColumnPath);
 
+    twister_.setWidth(kCanvasWidth);
+    twister_.setHeight(kCanvasHeight);
+    twister_.setTarget(words(canvas_));
+    twister_.setSource(words(columnTexture_));
     twisterQuad_.init(kQuadDepth);
     twisterQuad_.setAlpha(1.0F);
+    twisterQuad_.setTexture(canvas_.getTextureName());
+    twisterQuad_.place(kColumnX, 0, kViewWidth - kColumnX, kViewHeight);
 }
 
 void Tokapart::syncEvent(int value)
 {
-    constexpr int kFirstEvent = 128;
-    const int event = value - kFirstEvent;
-    if (event < 0 || event >= 2 * static_cast<int>(kTitles.size())) {
-        return;
+    for (std::size_t slot = 0; slot < kTitles; ++slot) {
+        const Title& title = kTitleTable[slot];
+        if (value == title.shownBy || value == title.hiddenBy) {
+            titleOn_[slot] = value == title.shownBy ? 1 : 0;
+            flash_ = 1.0F;
+        }
     }
-    flash_ = 1.0F;
-    titleOn_[static_cast<std::size_t>(event / 2)] = event % 2 == 0 ? 1 : 0;
 }
 
 // The column covers the titles, but for the last one, which is drawn again over it.
@@ -87,41 +114,46 @@ void Tokapart::drawFrame(float seconds)
 {
     glClear(GL_COLOR_BUFFER_BIT);
     backgroundQuad_.draw();
+    const Rectangle lastTitle = drawTitles();
+    advance(seconds);
+    drawColumn(seconds);
+    drawTitleQuad(lastTitle);
+    SDL_GL_SwapBuffers();
+}
 
-    twister_.setWidth(kCanvasWidth);
-    twister_.setHeight(kCanvasHeight);
-    twister_.setTarget(words(canvas_));
-    twister_.setSource(words(columnTexture_));
-    canvas_.clear();
-
-    Rectangle lastTitle = {0, 0, 0, 0};
-    for (std::size_t slot = 0; slot < kTitles.size(); ++slot) {
+// Returns the place of the last title, which is empty if there is none.
+Tokapart::Rectangle Tokapart::drawTitles()
+{
+    Rectangle last = {0, 0, 0, 0};
+    for (std::size_t slot = 0; slot < kTitles; ++slot) {
         if (titleOn_[slot] != 0) {
-            lastTitle = kTitles[slot].rectangle;
+            const Title& title = kTitleTable[slot];
+            last = {title.x, title.y, title.width, title.height};
             titleQuad_.setTexture(titles_[slot].getTextureName());
-            drawTitleQuad(lastTitle);
+            drawTitleQuad(last);
         }
     }
+    return last;
+}
 
-    // The very first frame shows the jolt whole.
+// The jolt dies away; the very first frame leaves it whole.
+void Tokapart::advance(float seconds)
+{
     if (prevTime_ > 0.0F) {
         flash_ = static_cast<float>(flash_ * kFlashDecay);
     }
+    prevTime_ = seconds;
+}
 
+void Tokapart::drawColumn(float seconds)
+{
+    canvas_.clear();
     for (int row = 0; row < kCanvasHeight; ++row) {
         twister_.setRadius(columnRadius(seconds, row));
         twister_.drawRow(columnCentre(seconds, row), row, columnAngle(seconds, flash_, row));
     }
     canvas_.updateTexture();
-    twisterQuad_.setTexture(canvas_.getTextureName());
-    twisterQuad_.setAlpha(1.0F);
-    twisterQuad_.place(320, 0, 320, 272);
     twisterQuad_.draw();
-
-    drawTitleQuad(lastTitle);
-
-    SDL_GL_SwapBuffers();
-    prevTime_ = seconds;
 }
 
 void Tokapart::drawTitleQuad(const Rectangle& r)

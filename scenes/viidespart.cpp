@@ -1,5 +1,6 @@
 #include "scenes/viidespart.h"
 
+#include "cues/catalogue.h"
 #include "scenes/shared_objects.h"
 
 #include <GL/gl.h>
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int kFirstEvent = 128;
 constexpr float kNearZ = -0.5F;
 constexpr int kCopies = 25;
 
@@ -21,8 +21,8 @@ constexpr double kSpreadDecay = 0.05;
 
 constexpr double kFaintestGrid = 0.5;
 constexpr double kRestingSpread = 1.0;
-constexpr float kSmallBlow = 1.25F;
-constexpr float kLargeBlow = 3.75F;
+constexpr float kSmallBlowSpread = 1.25F;
+constexpr float kLargeBlowSpread = 3.75F;
 
 struct Colour {
     float r, g, b;
@@ -44,17 +44,35 @@ float tremble(float spread, double speed, float seconds, int i, double phase)
 
 Viidespart::Viidespart()
 {
-    for (CubeMesh& cube : cubes_) {
+    for (std::size_t i = 0; i < kCubes; ++i) {
+        CubeMesh& cube = cubes_[i];
+        const auto& [r, g, b] = kLineColours[i];
         cube.build(1.0F);
+        cube.setDrawMode(CubeMesh::kWire);
+        cube.setAlpha(0.1F);
+        cube.setScale(2.0F, 2.0F, 2.0F);
+        cube.setLineWidth(5.0F);
+        cube.setLineColour(r, g, b);
     }
     offsets_.fill({0.0F, 0.0F, kNearZ});
 }
 
 void Viidespart::syncEvent(int value)
 {
-    const int event = value - kFirstEvent;
-    if (event >= 0 && event < static_cast<int>(eventFlags_.size())) {
-        eventFlags_[static_cast<std::size_t>(event)] = 1;
+    using namespace cues::wire_cubes;
+    switch (value) {
+    case kPull:
+    case kPullToo:
+        pulled_ = true;
+        break;
+    case kSmallBlow:
+        smallBlow_ = true;
+        break;
+    case kLargeBlow:
+        largeBlow_ = true;
+        break;
+    default:
+        break;
     }
 }
 
@@ -63,66 +81,52 @@ void Viidespart::drawFrame(float seconds)
     glDisable(GL_DEPTH_TEST);
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_BLEND);
-    sharedWarp.setGrid(&sharedGrid);
-    sharedWarp.apply(seconds);
-
     advance();
-    styleCubes();
 
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    sharedGrid.setAlpha(gridAlpha_);
-    sharedGrid.draw();
+    drawWarpedGrid(seconds, gridAlpha_);
 
     glBlendFunc(GL_DST_COLOR, GL_ONE);
     placeCubes(seconds);
     drawClouds(seconds);
-
     SDL_GL_SwapBuffers();
 }
 
 // One frame's step of everything that events move.
 void Viidespart::advance()
 {
-    auto& [reset, smallBlow, largeBlow, otherReset] = eventFlags_;
-    if (reset != 0 || otherReset != 0) {
-        for (Offset& offset : offsets_) {
-            offset.z = kNearZ;
-        }
-        gridAlpha_ = 1.0F;
-        reset = 0;
-        otherReset = 0;
-    } else {
-        for (Offset& offset : offsets_) {
-            offset.z = static_cast<float>(offset.z - kRecession);
-        }
-    }
-
+    moveCubes();
     if (gridAlpha_ - kGridFade > kFaintestGrid) {
         gridAlpha_ = static_cast<float>(gridAlpha_ - kGridFade);
     }
-    if (spread_ > kRestingSpread) {
-        spread_ = static_cast<float>(spread_ - kSpreadDecay);
+    spread();
+    pulled_ = false;
+    smallBlow_ = false;
+    largeBlow_ = false;
+}
+
+// The cubes recede, unless they are pulled back, which flashes the grid.
+void Viidespart::moveCubes()
+{
+    for (Offset& offset : offsets_) {
+        offset.z = pulled_ ? kNearZ : static_cast<float>(offset.z - kRecession);
     }
-    if (smallBlow != 0) {
-        spread_ += kSmallBlow;
-        smallBlow = 0;
-    }
-    if (largeBlow != 0) {
-        spread_ += kLargeBlow;
-        largeBlow = 0;
+    if (pulled_) {
+        gridAlpha_ = 1.0F;
     }
 }
 
-void Viidespart::styleCubes()
+// The clouds draw together, and blows drive them apart.
+void Viidespart::spread()
 {
-    for (std::size_t i = 0; i < kCubes; ++i) {
-        CubeMesh& cube = cubes_[i];
-        cube.setDrawMode(2);
-        cube.setAlpha(0.1F);
-        cube.setScale(2.0F, 2.0F, 2.0F);
-        cube.setLineWidth(5.0F);
-        const auto& [r, g, b] = kLineColours[i];
-        cube.setLineColour(r, g, b);
+    if (spread_ > kRestingSpread) {
+        spread_ = static_cast<float>(spread_ - kSpreadDecay);
+    }
+    if (smallBlow_) {
+        spread_ += kSmallBlowSpread;
+    }
+    if (largeBlow_) {
+        spread_ += kLargeBlowSpread;
     }
 }
 

@@ -9,8 +9,8 @@
 // Scene 4, the wire cubes: over the warped grid three spinning cubes, each a cloud of 25 trembling
 // copies whose faint lines brighten what is below, recede from frame to frame.
 //
-// Sync events act in the next frame, each once however often it came: 128 and 131 pull the cubes
-// back and flash the grid, 129 and 130 blow the clouds apart, little and much. Leaves depth testing
+// Sync events (cues::wire_cubes) act in the next frame, each once however often it came: they pull
+// the cubes back and flash the grid, or blow the clouds apart, little or much. Leaves depth testing
 // off and blending on with (GL_DST_COLOR, GL_ONE); the shared grid keeps the alpha of this scene.
 class Viidespart : public Part {
 public:
@@ -27,13 +27,16 @@ private:
     };
 
     void advance();
-    void styleCubes();
+    void moveCubes();
+    void spread();
     void placeCubes(float seconds);
     void drawClouds(float seconds);
 
     std::array<CubeMesh, kCubes> cubes_;
-    std::array<int, 4> eventFlags_{}; // of events 128 to 131
-    float spread_ = 0.5F;             // world units that a copy may be off its cloud's middle
+    bool pulled_ = false; // events that came since the frame before
+    bool smallBlow_ = false;
+    bool largeBlow_ = false;
+    float spread_ = 0.5F; // world units that a copy may be off its cloud's middle
     std::array<Offset, kCubes> offsets_;
     float gridAlpha_ = 0.25F;
 };

@@ -1,6 +1,7 @@
 #include "show/music.h"
 
 #include "base/fatal.h"
+#include "cues/catalogue.h"
 #include "show/options.h"
 #include "show/scheduler.h"
 #include "show/sync_queue.h"
@@ -9,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -19,22 +21,6 @@ constexpr int kMixRateHz = 44100;
 constexpr int kSoftwareChannels = 64;
 constexpr unsigned kInitFlags = 1;
 constexpr int kMasterVolume = 255;
-constexpr unsigned char kLastSceneNumber = 63; // greater values are sync events
-
-// Where the music starts for each start scene; scenes that are not listed start at the beginning.
-struct StartOrder {
-    int startScene;
-    int order; // index into the module's order list
-};
-
-constexpr std::array kStartOrders = {
-    StartOrder{2, 3 },
-    StartOrder{3, 6 },
-    StartOrder{4, 10},
-    StartOrder{5, 13},
-    StartOrder{6, 18},
-    StartOrder{7, 26},
-};
 
 // By error code. The double and trailing blanks are the library's own.
 constexpr std::array kErrorTexts = {
@@ -83,7 +69,7 @@ void initMusic()
         fatalSoundError();
     }
 
-    song = FMUSIC_LoadSong("data/olvu.xm");
+    song = FMUSIC_LoadSong(cues::kModulePath);
     if (song == nullptr) {
         fatalSoundError();
     }
@@ -94,10 +80,8 @@ void initMusic()
 void startMusic(int startScene)
 {
     FMUSIC_PlaySong(song);
-    for (const StartOrder& start : kStartOrders) {
-        if (start.startScene == startScene) {
-            FMUSIC_SetOrder(song, start.order);
-        }
+    if (const std::optional<int> order = cues::startOrderOf(startScene)) {
+        FMUSIC_SetOrder(song, *order);
     }
 }
 
@@ -110,10 +94,10 @@ void stopMusic()
 
 void onZxx(FMUSIC_MODULE* /*module*/, unsigned char value)
 {
-    if (value <= kLastSceneNumber) {
-        currentScene.store(value, std::memory_order_relaxed);
-    } else {
+    if (cues::isEvent(value)) {
         syncQueue.append(value);
+    } else {
+        currentScene.store(value, std::memory_order_relaxed);
     }
 }
 

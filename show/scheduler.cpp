@@ -9,7 +9,12 @@
 
 namespace {
 
-constexpr std::int32_t kEndOfShow = 8;
+// Null where no scene has this number.
+Part* sceneAt(std::int32_t number)
+{
+    const auto index = static_cast<std::size_t>(number);
+    return number >= 0 && index < sceneTable.size() ? sceneTable[index] : nullptr;
+}
 
 } // namespace
 
@@ -22,11 +27,10 @@ void runFrame()
     const float seconds = demoClock.seconds();
     const std::int32_t number = currentScene.load(std::memory_order_relaxed);
 
-    if (number >= 0 && static_cast<std::size_t>(number) < sceneTable.size()) {
-        Part* scene = sceneTable[static_cast<std::size_t>(number)];
+    if (Part* const scene = sceneAt(number); scene != nullptr) {
         syncQueue.drainSyncQueue(scene);
         scene->drawFrame(seconds);
-    } else if (number == kEndOfShow) {
+    } else if (number == cues::kEndOfShow) {
         quitRequested = 1; // The queue is left as it is.
     } else {
         // No scene: the picture last shown stays, and events meant for nobody are dropped.

@@ -1,6 +1,7 @@
 #include "show/world.h"
 
 #include "base/view.h"
+#include "cues/catalogue.h"
 #include "scenes/alkupart.h"
 #include "scenes/kolmaspart.h"
 #include "scenes/kuudespart.h"
@@ -21,7 +22,7 @@ constexpr float kGridDepth = 10.0F;
 // The canvas is opaque and has its texture before any scene sees it.
 void buildLineCanvas()
 {
-    lineCanvas.create(512, 256, 32);
+    lineCanvas.create(kLineCanvasWidth, kLineCanvasHeight, 32);
     lineCanvas.setAlpha(1.0F);
     lineCanvas.makeTexture();
 }
@@ -29,14 +30,14 @@ void buildLineCanvas()
 // The scenes are never destroyed: they live until the process ends.
 void buildScenes()
 {
-    sceneTable[0] = new Alkupart;
-    sceneTable[1] = new Tokapart;
-    sceneTable[2] = new Kolmaspart;
-    sceneTable[3] = new Neljaspart;
-    sceneTable[4] = new Viidespart;
-    sceneTable[5] = new Kuudespart;
-    sceneTable[6] = new Loppupart;
-    sceneTable[7] = new Tyhjapart;
+    sceneTable[cues::kOpening] = new Alkupart;
+    sceneTable[cues::kTwister] = new Tokapart;
+    sceneTable[cues::kImageTrail] = new Kolmaspart;
+    sceneTable[cues::kLogoAndJitter] = new Neljaspart;
+    sceneTable[cues::kWireCubes] = new Viidespart;
+    sceneTable[cues::kTube] = new Kuudespart;
+    sceneTable[cues::kClosing] = new Loppupart;
+    sceneTable[cues::kEmpty] = new Tyhjapart;
 }
 
 // The ground of several scenes, over the whole viewport.
@@ -50,6 +51,7 @@ void buildSharedGrid()
                      kGridDepth);
     sharedGrid.setTexture(gridTexture.getTextureName());
     sharedGrid.setAlpha(1.0F);
+    sharedWarp.setGrid(&sharedGrid);
 }
 
 } // namespace

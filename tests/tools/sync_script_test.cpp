@@ -123,7 +123,7 @@ TEST(SyncScript, IsATableInWords)
 
 TEST(SyncScript, NamesTheSectionsOfTheShow)
 {
-    const std::vector<ScoreSection> sections = sectionsOf(kOwnModule);
+    const std::vector<ScoreSection> sections = sectionsOf(cues::kModulePath);
     EXPECT_EQ(sectionAt(sections, 2), "void");
     EXPECT_EQ(sectionAt(sections, 3), "column");
     EXPECT_EQ(sectionAt(sections, 30), "end");

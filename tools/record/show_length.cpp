@@ -1,5 +1,6 @@
 #include "tools/record/show_length.h"
 
+#include "cues/catalogue.h"
 #include "show/options.h"
 #include "sound/module.h"
 #include "tools/record/process.h"
@@ -9,8 +10,6 @@
 #include <vector>
 
 namespace {
-
-constexpr int kEndOfShow = 8;
 
 // Seconds to the first Zxx effect with this parameter, in the order of playing.
 std::optional<double> momentOf(FMUSIC_MODULE& module, int parameter)
@@ -40,13 +39,13 @@ int startSceneOf(const RecordOptions& recordOptions)
 std::optional<double> expectedSeconds(const RecordOptions& recordOptions)
 {
     std::unique_ptr<FMUSIC_MODULE> module;
-    if (loadModule((recordOptions.show / "data/olvu.xm").c_str(), module) != SoundError::none) {
+    if (loadModule((recordOptions.show / cues::kModulePath).c_str(), module) != SoundError::none) {
         return std::nullopt;
     }
-    const std::optional<double> end = momentOf(*module, kEndOfShow);
+    const std::optional<double> end = momentOf(*module, cues::kEndOfShow);
     const int startScene = startSceneOf(recordOptions);
     double begin = 0.0;
-    if (startScene > 0 && startScene < kEndOfShow) {
+    if (startScene > 0 && startScene < cues::kEndOfShow) {
         begin = momentOf(*module, startScene - 1).value_or(begin);
     }
     return end && *end > begin ? std::optional(*end - begin) : std::nullopt;

@@ -1,5 +1,6 @@
 #include "tools/sync_script/script.h"
 
+#include "cues/catalogue.h"
 #include "sound/mixer.h"
 #include "sound/module.h"
 
@@ -184,14 +185,14 @@ private:
         addCues(row);
         const std::span<Cue> cues = std::span(script_.cues).subspan(first);
         for (const Cue& cue : cues) {
-            if (cue.value < kFirstEvent) {
+            if (!cues::isEvent(cue.value)) {
                 scene_ = cue.value;
             }
         }
         for (Cue& cue : cues) {
             cue.scene = scene_;
         }
-        return scene_ != kEndValue;
+        return scene_ != cues::kEndOfShow;
     }
 
     void addCues(const RowStart& row)
@@ -242,7 +243,7 @@ std::vector<SceneVisit> sceneVisits(const Script& script)
         {0, 0, script.samples}
     };
     for (const Cue& cue : script.cues) {
-        if (cue.value < kFirstEvent && cue.scene != visits.back().scene) {
+        if (!cues::isEvent(cue.value) && cue.scene != visits.back().scene) {
             visits.back().end = cue.sample;
             visits.push_back({cue.scene, cue.sample, script.samples});
         }

@@ -10,14 +10,6 @@
 #include <string>
 #include <vector>
 
-constexpr const char* kOwnModule = "data/olvu.xm"; // the show's
-
-// What values mean to the show: a scene's number, the end, no scene, and from here on events.
-constexpr int kSceneCount = 8;
-constexpr int kBlackScene = 7; // and from here on, nothing is drawn
-constexpr int kEndValue = 8;
-constexpr int kFirstEvent = 64;
-
 struct RowStart {
     std::int64_t sample = 0;
     int order = 0;

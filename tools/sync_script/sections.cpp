@@ -1,7 +1,7 @@
 #include "tools/sync_script/sections.h"
 
 #include "art/music/score/score_reader.h"
-#include "tools/sync_script/script.h"
+#include "cues/catalogue.h"
 
 #include <filesystem>
 #include <system_error>
@@ -9,7 +9,7 @@
 std::vector<ScoreSection> sectionsOf(const std::string& modulePath)
 {
     std::error_code missing;
-    if (!std::filesystem::equivalent(modulePath, kOwnModule, missing)) {
+    if (!std::filesystem::equivalent(modulePath, cues::kModulePath, missing)) {
         return {};
     }
     return readScore("art/music/olvu.trk").sections;

@@ -29,17 +29,17 @@ double eventfulness(const Script& script, const Still& stretch, std::int64_t mom
     double sum = 0.0;
     std::set<std::string_view> lasting;
     for (const Cue& cue : script.cues) {
-        const Meaning* meaning = meaningOf(cue);
+        const cues::Event* meaning = meaningOf(cue);
         if (cue.sample < stretch.begin || cue.sample > moment || meaning == nullptr) {
             continue;
         }
         const double age = secondsAt(moment - cue.sample);
-        if (meaning->lasting == Lasting::kBegins) {
+        if (meaning->lasting == cues::Lasting::kBegins) {
             lasting.insert(meaning->name);
-        } else if (meaning->lasting == Lasting::kEnds) {
+        } else if (meaning->lasting == cues::Lasting::kEnds) {
             lasting.erase(meaning->name);
         } else {
-            const bool fades = meaning->lasting == Lasting::kFades;
+            const bool fades = meaning->lasting == cues::Lasting::kFades;
             sum += std::exp(-age / (fades ? kFadeSeconds : kHitSeconds));
         }
     }
@@ -112,7 +112,7 @@ std::vector<Still> chooseStills(const Script& script)
 {
     std::vector<Still> stills;
     for (const SceneVisit& visit : visitsOverCuts(script)) {
-        if (visit.scene >= kBlackScene) {
+        if (!isPictured(visit.scene)) {
             continue;
         }
         const std::int64_t length = visit.end - visit.begin;

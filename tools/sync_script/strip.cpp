@@ -51,7 +51,7 @@ void drawHeadline(const Chart& chart, std::span<const SceneVisit> visits)
 {
     std::set<int> scenes;
     for (const SceneVisit& visit : visits) {
-        if (visit.scene < kBlackScene) {
+        if (isPictured(visit.scene)) {
             scenes.insert(visit.scene);
         }
     }
@@ -212,7 +212,7 @@ void drawLegend(const Chart& chart)
 void drawEnd(const Chart& chart)
 {
     if (chart.script.end == ScriptEnd::kValue) {
-        chart.pen.type(asEffect(kEndValue), kRight + 8.0, kScenes.bottom() - 13.0,
+        chart.pen.type(asEffect(cues::kEndOfShow), kRight + 8.0, kScenes.bottom() - 13.0,
                        {
                            15.0, {kTypeColour, 0.7}
         });

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -15,28 +16,31 @@ namespace {
 constexpr double kLaneType = 12.0; // height of capitals
 constexpr double kLaneMargin = 10.0;
 constexpr double kTickWidth = 2.0;
+constexpr unsigned kNoSceneColour = 0x55555C;
 constexpr double kHoldAlpha = 0.40;
 constexpr std::int64_t kFadeSamples = std::int64_t{4} * kMixRateHz; // on the screen
 
-bool isCalled(const Meaning& meaning, std::string_view name)
+bool isCalled(const cues::Event& event, std::string_view name)
 {
-    return meaning.name == name;
+    return event.name == name;
 }
 
 // A scene's events, one for each name.
-std::vector<Meaning> lanesOf(int scene)
+std::vector<cues::Event> lanesOf(int number)
 {
-    std::vector<Meaning> lanes;
-    for (const Meaning& meaning : meaningsIn(scene)) {
-        const auto same = [&meaning](const Meaning& lane) { return isCalled(lane, meaning.name); };
+    std::vector<cues::Event> lanes;
+    const cues::Scene* const scene = cues::sceneOf(number);
+    for (const cues::Event& event :
+         scene != nullptr ? scene->events : std::span<const cues::Event>()) {
+        const auto same = [&](const cues::Event& lane) { return isCalled(lane, event.name); };
         if (std::ranges::none_of(lanes, same)) {
-            lanes.push_back(meaning);
+            lanes.push_back(event);
         }
     }
     return lanes;
 }
 
-void drawLane(const Chart& chart, const SceneVisit& visit, const Meaning& lane, const Box& box,
+void drawLane(const Chart& chart, const SceneVisit& visit, const cues::Event& lane, const Box& box,
               unsigned colour)
 {
     const double top = box.y + kLaneType + 12.0;
@@ -52,17 +56,17 @@ void drawLane(const Chart& chart, const SceneVisit& visit, const Meaning& lane, 
         begun = nullptr;
     };
     for (const Cue& cue : chart.script.cues) {
-        const Meaning* meaning = meaningOf(cue);
+        const cues::Event* meaning = meaningOf(cue);
         if (cue.sample < visit.begin || cue.sample >= visit.end || meaning == nullptr ||
             !isCalled(*meaning, lane.name)) {
             continue;
         }
         const double x = chart.xOf(cue.sample);
-        if (meaning->lasting == Lasting::kBegins && begun == nullptr) {
+        if (meaning->lasting == cues::Lasting::kBegins && begun == nullptr) {
             begun = &cue;
-        } else if (meaning->lasting == Lasting::kEnds && begun != nullptr) {
+        } else if (meaning->lasting == cues::Lasting::kEnds && begun != nullptr) {
             hold(x);
-        } else if (meaning->lasting == Lasting::kFades) {
+        } else if (meaning->lasting == cues::Lasting::kFades) {
             const double end = std::min(chart.xOf(cue.sample + kFadeSamples), box.right());
             chart.pen.fillRightward({x, top, end - x, height}, {colour, 0.7}, {colour, 0.0});
         }
@@ -78,7 +82,7 @@ void drawLostEvents(const Chart& chart, const SceneVisit& visit, const Box& box)
 {
     for (const Cue& cue : chart.script.cues) {
         const bool isHere = cue.sample >= visit.begin && cue.sample < visit.end;
-        if (isHere && cue.value >= kFirstEvent && meaningOf(cue) == nullptr) {
+        if (isHere && cues::isEvent(cue.value) && meaningOf(cue) == nullptr) {
             chart.pen.fill({chart.xOf(cue.sample), box.y, 1.0, box.height}, {kTypeColour, 0.25});
         }
     }
@@ -128,18 +132,8 @@ void drawLevelGrid(const Chart& chart, const Box& band)
 
 unsigned sceneColour(int scene)
 {
-    constexpr auto kColours = std::to_array<unsigned>({
-        0x8CCBFF,
-        0x4FB3A6,
-        0xB585DD,
-        0xCFA266,
-        0xD63A5B,
-        0xF59A23,
-        0xFF5F33,
-    });
-    constexpr unsigned kNoColour = 0x55555C;
-    const bool has = scene >= 0 && scene < static_cast<int>(kColours.size());
-    return has ? kColours[static_cast<std::size_t>(scene)] : kNoColour;
+    const cues::Scene* const found = cues::sceneOf(scene);
+    return found != nullptr ? found->colour : kNoSceneColour;
 }
 
 double Chart::xOf(std::int64_t sample) const
@@ -169,7 +163,7 @@ void drawEvents(const Chart& chart, const SceneVisit& visit, const Box& band)
 
     drawLostEvents(chart, visit, whole);
 
-    const std::vector<Meaning> lanes = lanesOf(visit.scene);
+    const std::vector<cues::Event> lanes = lanesOf(visit.scene);
     if (lanes.empty()) {
         chart.typeWithin(whole, "no events", whole.y + 7.0 + kLaneType,
                          {
