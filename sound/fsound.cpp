@@ -1,16 +1,15 @@
 #include "sound/fsound.h"
 
+#include "sound/device_output.h"
 #include "sound/mixer.h"
 #include "sound/module.h"
+#include "sound/output.h"
 #include "sound/silent_output.h"
 #include "sound/sound_error.h"
 
-#include <SDL.h>
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -24,10 +23,11 @@ constexpr int kFullVolume = 256;
 struct Sound {
     SoundError latestError = SoundError::none;
     bool silent = false; // as chosen for the next FSOUND_Init
-    bool open = false;
     Mixer mixer;
     std::vector<std::unique_ptr<FMUSIC_MODULE>> modules; // every handle that was not freed
-    std::optional<SilentOutput> silentOutput;
+    std::unique_ptr<Output> output;                      // from FSOUND_Init to FSOUND_Close
+
+    [[nodiscard]] bool isOpen() const { return output != nullptr; }
 
     Sound() = default;
     Sound(const Sound&) = delete;
@@ -52,29 +52,13 @@ bool isModule(const FMUSIC_MODULE* handle)
                                [&](const auto& module) { return module.get() == handle; });
 }
 
-void feedDevice(void* /*userdata*/, Uint8* stream, int length)
+// Null when there is no device.
+std::unique_ptr<Output> openOutput()
 {
-    // SDL's buffers are aligned for the samples that were asked for, and hold whole frames.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
-    auto* const samples = reinterpret_cast<std::int16_t*>(stream);
-    sound.mixer.mix({samples, static_cast<std::size_t>(length) / sizeof(std::int16_t)});
-}
-
-// SDL_OpenAudio brings up SDL's audio by itself, and with no format asked back it converts
-// whatever the device plays.
-bool openDevice()
-{
-    SDL_AudioSpec wanted{};
-    wanted.freq = kMixRateHz;
-    wanted.format = AUDIO_S16SYS;
-    wanted.channels = kMixChannels;
-    wanted.samples = kBlockFrames;
-    wanted.callback = feedDevice;
-    if (SDL_OpenAudio(&wanted, nullptr) != 0) {
-        return false;
+    if (sound.silent) {
+        return std::make_unique<SilentOutput>(sound.mixer);
     }
-    SDL_PauseAudio(0);
-    return true;
+    return DeviceOutput::open(sound.mixer);
 }
 
 Sound::~Sound()
@@ -91,7 +75,7 @@ float FSOUND_GetVersion()
 
 signed char FSOUND_SetOutput(int output)
 {
-    if (sound.open) {
+    if (sound.isOpen()) {
         return fail(SoundError::alreadyInitialised);
     }
     if (output != kSilentOutput) {
@@ -103,7 +87,7 @@ signed char FSOUND_SetOutput(int output)
 
 signed char FSOUND_SetDriver(int driver)
 {
-    if (sound.open) {
+    if (sound.isOpen()) {
         return fail(SoundError::alreadyInitialised);
     }
     return driver == kFirstDriver ? 1 : fail(SoundError::invalidParameter);
@@ -111,19 +95,14 @@ signed char FSOUND_SetDriver(int driver)
 
 signed char FSOUND_Init(int mixRateHz, int /*maxSoftwareChannels*/, unsigned int /*flags*/)
 {
-    if (sound.open) {
+    if (sound.isOpen()) {
         return fail(SoundError::alreadyInitialised);
     }
     if (mixRateHz != kMixRateHz) {
         return fail(SoundError::invalidParameter);
     }
-    if (sound.silent) {
-        sound.silentOutput.emplace(sound.mixer);
-    } else if (!openDevice()) {
-        return fail(SoundError::noOutputDevice);
-    }
-    sound.open = true;
-    return 1;
+    sound.output = openOutput();
+    return sound.isOpen() ? 1 : fail(SoundError::noOutputDevice);
 }
 
 int FSOUND_GetError()
@@ -133,7 +112,7 @@ int FSOUND_GetError()
 
 FMUSIC_MODULE* FMUSIC_LoadSong(const char* path)
 {
-    if (!sound.open) {
+    if (!sound.isOpen()) {
         fail(SoundError::notInitialised);
         return nullptr;
     }
@@ -169,7 +148,7 @@ signed char FMUSIC_SetZxxCallback(FMUSIC_MODULE* module, FMUSIC_CALLBACK callbac
 
 signed char FMUSIC_PlaySong(FMUSIC_MODULE* module)
 {
-    if (!sound.open) {
+    if (!sound.isOpen()) {
         return fail(SoundError::notInitialised);
     }
     if (!isModule(module)) {
@@ -210,11 +189,6 @@ void FSOUND_Close()
 {
     // Silence first: the output may be in the middle of a long block, and closing waits for it.
     sound.mixer.stopAll();
-    if (sound.silentOutput) {
-        sound.silentOutput.reset();
-    } else if (sound.open) {
-        SDL_CloseAudio();
-    }
-    sound.open = false;
+    sound.output.reset();
     sound.silent = false;
 }

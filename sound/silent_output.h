@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sound/mixer.h"
+#include "sound/output.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -10,7 +11,7 @@
 // An output that nobody hears: a thread that mixes block after block at the pace of the clock and
 // drops them. It begins with its construction and has ended when its destructor returns, at once
 // even in the middle of a wait.
-class SilentOutput {
+class SilentOutput : public Output {
 public:
     explicit SilentOutput(Mixer& mixer); // borrowed
 

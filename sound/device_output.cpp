@@ -1,0 +1,40 @@
+#include "sound/device_output.h"
+
+#include <SDL.h>
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+void feedDevice(void* mixer, Uint8* stream, int length)
+{
+    // SDL's buffers are aligned for the samples that were asked for, and hold whole frames.
+    auto* const samples = reinterpret_cast<std::int16_t*>(stream);
+    static_cast<Mixer*>(mixer)->mix(
+        {samples, static_cast<std::size_t>(length) / sizeof(std::int16_t)});
+}
+
+} // namespace
+
+// SDL_OpenAudio brings up SDL's audio by itself, and with no format asked back it converts
+// whatever the device plays.
+std::unique_ptr<Output> DeviceOutput::open(Mixer& mixer)
+{
+    SDL_AudioSpec wanted{};
+    wanted.freq = kMixRateHz;
+    wanted.format = AUDIO_S16SYS;
+    wanted.channels = kMixChannels;
+    wanted.samples = kBlockFrames;
+    wanted.callback = feedDevice;
+    wanted.userdata = &mixer;
+    if (SDL_OpenAudio(&wanted, nullptr) != 0) {
+        return nullptr;
+    }
+    SDL_PauseAudio(0);
+    return std::unique_ptr<Output>(new DeviceOutput);
+}
+
+DeviceOutput::~DeviceOutput()
+{
+    SDL_CloseAudio();
+}
