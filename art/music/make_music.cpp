@@ -65,6 +65,9 @@ void makeMusic(const char* scorePath, const char* modulePath)
     if (!file.flush()) {
         throw std::runtime_error(std::string("cannot write ") + modulePath);
     }
+    std::printf("%s  %zu orders, %zu patterns, %zu instruments, %zu bytes\n", modulePath,
+                module.orders.size(), module.patterns.size(), module.instruments.size(),
+                bytes.size());
 }
 
 } // namespace

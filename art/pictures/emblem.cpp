@@ -8,6 +8,7 @@
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
+#include "art/type/font.h"
 
 #include <algorithm>
 #include <array>

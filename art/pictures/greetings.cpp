@@ -6,6 +6,7 @@
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
+#include "art/type/font.h"
 
 #include <algorithm>
 #include <array>
@@ -46,7 +47,7 @@ struct Line {
 
 Line setLine(const std::string& greeting)
 {
-    const double widthOfOne = VectorLayer::widthOfType(greeting, 1.0, Weight::kBold);
+    const double widthOfOne = Font(Weight::kBold).widthOfLine(greeting, 1.0);
     const double capHeight = std::min(kLargestCaps, kLongestLine / widthOfOne);
     const double width = capHeight * widthOfOne;
     VectorLayer layer(kWidth, kBandHeight);

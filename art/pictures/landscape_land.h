@@ -3,6 +3,7 @@
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
+#include "base/view.h"
 
 #include <algorithm>
 #include <array>
@@ -25,8 +26,8 @@ inline constexpr int kFiner = 2; // drawn this much larger, then averaged
 inline constexpr int kFineWidth = kWidth * kFiner;
 inline constexpr int kFineHeight = kHeight * kFiner;
 
-// The picture is shown over 640 x 272 pixels; angles and places on screen are in these.
-inline constexpr glm::vec2 kScreen(640.0F, 272.0F);
+// The picture is shown over the whole view; angles and places on screen are in the view's pixels.
+inline constexpr glm::vec2 kScreen(kViewWidth, kViewHeight);
 inline constexpr glm::vec2 kScreenPerPixel = kScreen / glm::vec2(kFineWidth, kFineHeight);
 inline constexpr float kFocalLength = 430.0F;
 inline constexpr float kHorizon = 178.0F;

@@ -4,6 +4,7 @@
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
+#include "base/view.h"
 
 #include <algorithm>
 #include <array>
@@ -18,8 +19,9 @@ namespace {
 
 constexpr int kSize = 512;
 
-// The tile is shown over 640 x 272 pixels. All geometry is in these, so that rings stay round.
-constexpr glm::vec2 kScreen(640.0F, 272.0F);
+// The tile is shown over the whole view. All geometry is in the view's pixels, so that rings stay
+// round.
+constexpr glm::vec2 kScreen(kViewWidth, kViewHeight);
 constexpr glm::vec2 kPixelsPerTexel = kScreen / static_cast<float>(kSize);
 // The tile's corner, which the warp pins to the screen's. So the cut follows no ring, and broad
 // years lie where the pictures over this one are.

@@ -6,6 +6,7 @@
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
+#include "art/type/font.h"
 
 #include <array>
 #include <glm/common.hpp>

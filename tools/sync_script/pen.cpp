@@ -1,11 +1,9 @@
 #include "tools/sync_script/pen.h"
 
-#include <cairo-ft.h>
-#include <cairo-svg.h>
-#include <ft2build.h> // has to come before FreeType's other headers
-#include FT_FREETYPE_H
+#include "base/view.h"
 
 #include <algorithm>
+#include <cairo-svg.h>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -13,14 +11,9 @@
 
 namespace {
 
-constexpr double kTracking = 0.07; // after each letter, in heights of a capital
-constexpr double kCapOfAnEm = 0.7; // the height of a capital
-constexpr const char* kFontFolder = "/usr/share/fonts/opentype/bebas-neue/";
-
-// The viewport on a screenshot.
-constexpr Box kViewport = {0.0, 104.0, 640.0, 272.0};
-constexpr double kScreenWidth = 640.0;
-constexpr double kScreenHeight = 480.0;
+// The viewport on a screenshot of the window.
+constexpr Box kViewport = {(kWindowWidth - kViewWidth) / 2.0, (kWindowHeight - kViewHeight) / 2.0,
+                           kViewWidth, kViewHeight};
 
 double part(unsigned colour, unsigned shift)
 {
@@ -32,34 +25,6 @@ void require(cairo_status_t status, const std::string& what)
     if (status != CAIRO_STATUS_SUCCESS) {
         throw std::runtime_error(what + ": " + cairo_status_to_string(status));
     }
-}
-
-// Lives as long as the program: Cairo keeps what it has drawn letters with.
-FT_Library fontLibrary()
-{
-    static FT_Library library = [] {
-        FT_Library made = nullptr;
-        if (FT_Init_FreeType(&made) != 0) {
-            throw std::runtime_error("cannot start FreeType");
-        }
-        return made;
-    }();
-    return library;
-}
-
-// Opened by its path, so that nobody's font settings change the picture.
-cairo_font_face_t* openFont(const char* name)
-{
-    const std::string path = std::string(kFontFolder) + name;
-    FT_Face face = nullptr;
-    if (FT_New_Face(fontLibrary(), path.c_str(), 0, &face) != 0) {
-        throw std::runtime_error("cannot open " + path + " (package fonts-bebas-neue)");
-    }
-    static const cairo_user_data_key_t kKey{};
-    cairo_font_face_t* font = cairo_ft_font_face_create_for_ft_face(face, FT_LOAD_NO_HINTING);
-    cairo_font_face_set_user_data(font, &kKey, face,
-                                  [](void* user) { FT_Done_Face(static_cast<FT_Face>(user)); });
-    return font;
 }
 
 cairo_surface_t* openSurface(const std::string& file, bool isPng, int width, int height)
@@ -102,8 +67,7 @@ unsigned mixed(unsigned from, unsigned to, double ratio)
 
 Pen::Pen(std::string file, int width, int height)
     : file_(std::move(file)), isPng_(file_.ends_with(".png")),
-      regular_(openFont("BebasNeue-Book.otf"), &cairo_font_face_destroy),
-      bold_(openFont("BebasNeue-Bold.otf"), &cairo_font_face_destroy),
+      light_(Font(Weight::kBook).forCairo()), bold_(Font(Weight::kBold).forCairo()),
       surface_(openSurface(file_, isPng_, width, height), &cairo_surface_destroy),
       context_(cairo_create(surface_.get()), &cairo_destroy)
 {
@@ -175,8 +139,8 @@ void Pen::type(const std::string& text, double x, double baseline, const Type& s
 
 double Pen::widthOf(const std::string& text, const Type& style)
 {
-    cairo_set_font_face(context_.get(), style.bold ? bold_.get() : regular_.get());
-    cairo_set_font_size(context_.get(), style.capHeight / kCapOfAnEm);
+    cairo_set_font_face(context_.get(), style.bold ? bold_.get() : light_.get());
+    cairo_set_font_size(context_.get(), style.capHeight / kCapitalInEms);
     cairo_text_extents_t extents;
     cairo_text_extents(context_.get(), text.c_str(), &extents);
     const double gaps = text.empty() ? 0.0 : static_cast<double>(letters(text).size() - 1);
@@ -188,8 +152,8 @@ bool Pen::screenshot(const std::string& path, const Box& box)
     const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> shot(
         cairo_image_surface_create_from_png(path.c_str()), &cairo_surface_destroy);
     if (cairo_surface_status(shot.get()) != CAIRO_STATUS_SUCCESS ||
-        cairo_image_surface_get_width(shot.get()) != static_cast<int>(kScreenWidth) ||
-        cairo_image_surface_get_height(shot.get()) != static_cast<int>(kScreenHeight)) {
+        cairo_image_surface_get_width(shot.get()) != kWindowWidth ||
+        cairo_image_surface_get_height(shot.get()) != kWindowHeight) {
         return false;
     }
     const double scale = std::max(box.width / kViewport.width, box.height / kViewport.height);

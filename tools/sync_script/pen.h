@@ -3,6 +3,8 @@
 // Positions are in pixels from the upper left corner, colours are 0xRRGGBB.
 #pragma once
 
+#include "art/type/font.h"
+
 #include <cairo.h>
 #include <memory>
 #include <string>
@@ -61,8 +63,8 @@ private:
 
     std::string file_;
     bool isPng_;
-    std::unique_ptr<cairo_font_face_t, decltype(&cairo_font_face_destroy)> regular_;
-    std::unique_ptr<cairo_font_face_t, decltype(&cairo_font_face_destroy)> bold_;
+    CairoFont light_;
+    CairoFont bold_;
     std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface_;
     std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context_;
 };

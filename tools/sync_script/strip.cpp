@@ -1,5 +1,6 @@
 #include "tools/sync_script/strip.h"
 
+#include "base/view.h"
 #include "sound/mixer.h"
 #include "tools/sync_script/meanings.h"
 #include "tools/sync_script/sections.h"
@@ -29,9 +30,10 @@ constexpr Box kOrders = {kLeft, 408.0, kRight - kLeft, 26.0};
 constexpr Box kEvents = {kLeft, 436.0, kRight - kLeft, 420.0};
 constexpr Box kLevels = {kLeft, 868.0, kRight - kLeft, 252.0};
 constexpr Box kRuler = {kLeft, 1130.0, kRight - kLeft, 36.0};
-constexpr double kLegend = 1222.0;            // baseline
-constexpr double kStillShape = 272.0 / 640.0; // height to width
-constexpr double kGap = 4.0;                  // between neighbours
+constexpr double kLegend = 1222.0; // baseline
+constexpr double kGap = 4.0;       // between neighbours
+
+constexpr double kStillShape = static_cast<double>(kViewHeight) / kViewWidth;
 
 // The part of a band between two moments, with a gap behind it.
 Box cutOut(const Chart& chart, const Box& band, std::int64_t begin, std::int64_t end)

@@ -21,7 +21,7 @@ void report(const GreyPicture& brightness, const std::string& name)
         }
     }
     const double mean = sum / brightness.width() / brightness.height();
-    std::printf("%-22s %4d x %4d  mean %.3f  peak %.3f\n", name.c_str(), brightness.width(),
+    std::printf("%-29s %4d x %4d  mean %.3f  peak %.3f\n", name.c_str(), brightness.width(),
                 brightness.height(), mean, static_cast<double>(peak));
 }
 
@@ -32,13 +32,13 @@ void OutputFolder::write(const Picture& picture, int depth, const std::string& n
     writeTga(picture, depth, path_ + "/" + name);
     GreyPicture brightness(picture.width(), picture.height());
     brightness.fill([&](int x, int y) { return brightest(glm::vec3(picture.at(x, y))); });
-    report(brightness, name);
+    report(brightness, path_ + "/" + name);
 }
 
 void OutputFolder::write(const GreyPicture& picture, const std::string& name) const
 {
     writeTga(picture, path_ + "/" + name);
-    report(picture, name);
+    report(picture, path_ + "/" + name);
 }
 
 void OutputFolder::keepStage(const Picture& picture, const std::string& name) const

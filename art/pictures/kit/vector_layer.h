@@ -1,13 +1,11 @@
 #pragma once
 
 #include "art/pictures/kit/picture.h"
+#include "art/type/font.h"
 
 #include <cairo.h>
 #include <memory>
 #include <string>
-
-// The show's one family of letters.
-enum class Weight { kBook, kRegular, kBold };
 
 // A mask drawn with paths, strokes and type. Programs shade it as they like.
 //
@@ -21,14 +19,9 @@ public:
     // layer is. Only the source's alpha counts; it starts opaque.
     cairo_t* pen() { return pen_.get(); }
 
-    // Appends letters to the path; the caller fills or strokes it. `x` is the left end of the line,
-    // `baseline` what the letters stand on, `capHeight` the height of a capital.
-    // Throws std::runtime_error where the font is missing.
+    // Appends a line of letters to the path, as Font::addLine does; the caller fills or strokes it.
     void addType(const std::string& text, double x, double baseline, double capHeight,
                  Weight weight);
-
-    // How wide addType's line is, without space after its last letter.
-    static double widthOfType(const std::string& text, double capHeight, Weight weight);
 
     // What was drawn: 0 outside, 1 inside.
     [[nodiscard]] GreyPicture coverage() const;
