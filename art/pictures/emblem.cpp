@@ -1,8 +1,8 @@
 // The quenta mark: the dog's eye in a whorl of its fur, which parts into five locks, and the word
 // with an engraver's shading. Only the upper 96 rows are on screen. Pure black is what the scene
 // takes out.
-#include "art/pictures/dog_drawing.h"
-#include "art/pictures/dog_eye.h"
+#include "art/pictures/dog/drawing.h"
+#include "art/pictures/dog/eye.h"
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
@@ -116,14 +116,14 @@ void drawHair(const Hair& hair, dog::Drawing& fur, dog::Drawing& ground)
 
 void drawEye(dog::Drawing& fur, dog::Drawing& ground)
 {
-    dog::drawDisc(ground, glm::dvec2(kMiddle), kRoots + 1.0, glm::vec3(1.0F));
+    ground.fillDisc(glm::dvec2(kMiddle), kRoots + 1.0, glm::vec3(1.0F));
     cairo_t* pen = fur.pen();
     cairo_save(pen);
     cairo_translate(pen, kMiddle.x, kMiddle.y);
-    dog::drawDisc(fur, {0, 0}, kRoots + 1.0, kGround);
+    fur.fillDisc({0, 0}, kRoots + 1.0, kGround);
     cairo_scale(pen, kIrisSize, kIrisSize);
     dog::drawIris(fur, {0, 0});
-    dog::drawDisc(fur, {-3.2, -3.2}, 2.6, colour(0xfffaf0));
+    fur.fillDisc({-3.2, -3.2}, 2.6, colour(0xfffaf0));
     cairo_restore(pen);
 }
 
