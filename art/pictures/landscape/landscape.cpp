@@ -4,16 +4,16 @@
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 #include "art/pictures/kit/program.h"
-#include "art/pictures/landscape_land.h"
-#include "art/pictures/landscape_sky.h"
+#include "art/pictures/landscape/land.h"
+#include "art/pictures/landscape/sky.h"
 
 #include <array>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 
-namespace {
+namespace landscape {
 
-using namespace landscape;
+namespace {
 
 constexpr float kContourInterval = 0.3F; // of the land's finest contours
 constexpr float kTilt = 0.36F;           // of the sheets they are counted from, far away
@@ -95,22 +95,27 @@ glm::vec3 bareLandAt(const Sight& sight, glm::vec2 screen)
     return ramp(kLand, 0.02F + 1.0F * light * (0.25F + 0.75F * airlight(screen)));
 }
 
-glm::vec3 landAt(const Sight& sight, float contour, glm::vec2 screen)
+// How much fog there is: thin in the distance, thick on the ground, its upper side in slow waves.
+float fogAt(const Sight& sight, glm::vec2 screen, float far)
 {
-    // Fog: thin in the distance, thick on the ground, its upper side in slow waves.
     const glm::ivec2 period(64, 64);
     const glm::vec2 ground = groundAt(screen.x, sight.distance);
     const float waves = fractalNoise(ground / 15.0F + 32.0F, period, 3, 31);
     const float depth = glm::max(0.2F, 2.4F + 3.8F * waves);
     const float low =
         exponential(-sight.height / depth) * (1 - exponential(-sight.distance / 22.0F));
-    const float far = 1.0F - exponential(-sight.distance / 95.0F);
-    // Banks of it float before what is far away, others before each mountain.
+    // Banks of it float in front of what is far away, others in front of each mountain.
     const glm::vec2 drift(screen.x / 190.0F + sight.distance / 9.0F, screen.y / 11.0F);
     const float bank = softStep(0.0F, 0.45F, fractalNoise(drift, period, 3, 51)) *
                        softStep(20.0F, 60.0F, sight.distance) *
                        softStep(kHorizon - 75.0F, kHorizon - 10.0F, screen.y);
-    const float fog = glm::min(0.97F, far + 0.9F * low * (1 - far) + 0.55F * bank);
+    return glm::min(0.97F, far + 0.9F * low * (1 - far) + 0.55F * bank);
+}
+
+glm::vec3 landAt(const Sight& sight, float contour, glm::vec2 screen)
+{
+    const float far = 1.0F - exponential(-sight.distance / 95.0F);
+    const float fog = fogAt(sight, screen, far);
     const glm::vec3 pixel = glm::mix(bareLandAt(sight, screen),
                                      ramp(kFog, airlight(screen) * (0.44F + 0.55F * far)), fog);
 
@@ -118,29 +123,38 @@ glm::vec3 landAt(const Sight& sight, float contour, glm::vec2 screen)
     return pixel + kLine * (contour * (1.0F - 0.88F * fog) * (0.17F + 0.55F * airlight(screen)));
 }
 
-// The lake shows the sky and the land upside down, and its bed's contours.
+// The sky and the land, upside down on the water. `below` the horizon, in the view's pixels.
+glm::vec3 mirroredOn(const Picture& dry, glm::vec2 screen, float below, float ripple)
+{
+    const float y = (kHorizon - below * (1.0F + 0.25F * ripple)) / kScreenPerPixel.y;
+    const float x = screen.x / kScreenPerPixel.x;
+    const float grazing = glm::clamp(1.0F - below / 95.0F, 0.0F, 1.0F);
+    return glm::vec3(dry.sample(x, glm::max(0.0F, y))) * (0.25F + 0.55F * grazing);
+}
+
+// Where the water is far away, there is mist on it.
+float mistOn(glm::vec2 screen, float below)
+{
+    const glm::vec2 drift(screen.x / 90.0F + 16.0F, screen.y / 9.0F);
+    const float mist =
+        exponential(-below / 16.0F) * (0.55F + 0.8F * fractalNoise(drift, {64, 64}, 3, 45));
+    return glm::clamp(mist, 0.0F, 0.8F);
+}
+
+// The lake: a mirror over its bed's contours, with the moon's road on its ripples.
 glm::vec3 lakeAt(const Sight& sight, float contour, const Picture& dry, glm::vec2 screen)
 {
     const glm::ivec2 period(64, 64);
     const glm::vec2 ground = groundAt(screen.x, sight.distance);
     const float ripple = fractalNoise(ground * glm::vec2(0.9F, 5.0F) + 32.0F, period, 3, 41);
     const float below = screen.y - kHorizon;
-    const float mirroredY = (kHorizon - below * (1.0F + 0.25F * ripple)) / kScreenPerPixel.y;
-    const float x = screen.x / kScreenPerPixel.x;
-    const glm::vec3 mirrored(dry.sample(x, glm::max(0.0F, mirroredY)));
-    const float grazing = glm::clamp(1.0F - below / 95.0F, 0.0F, 1.0F);
-    glm::vec3 pixel = mirrored * (0.25F + 0.55F * grazing) + kLand[1] * 0.25F;
-
+    glm::vec3 pixel = mirroredOn(dry, screen, below, ripple) + kLand[1] * 0.25F;
     pixel += kLine * (contour * (0.04F + 0.38F * airlight(screen)));
 
-    // The moon's road over the ripples, and mist where the water is far away.
     const float aside = (screen.x - kMoon.x) / (7.0F + 0.30F * below);
     const float glint = softStep(0.10F, 0.45F, ripple + 0.25F * noise(ground * 3.0F, period, 43));
     pixel += kMoonColour * (0.40F * glint * exponential(-aside * aside));
-    const glm::vec2 drift(screen.x / 90.0F + 16.0F, screen.y / 9.0F);
-    const float mist =
-        exponential(-below / 16.0F) * (0.55F + 0.8F * fractalNoise(drift, period, 3, 45));
-    return glm::mix(pixel, ramp(kFog, 0.62F * airlight(screen)), glm::clamp(mist, 0.0F, 0.8F));
+    return glm::mix(pixel, ramp(kFog, 0.62F * airlight(screen)), mistOn(screen, below));
 }
 
 // How far away the land is, and all contours in clear air.
@@ -161,20 +175,27 @@ void keepLand(const Sights& sights, const GreyPicture& contours, const OutputFol
     folder.keepStage(bare.shrunk(kFiner), "landscape-2-contours.tga");
 }
 
-void makeLandscape(const OutputFolder& folder)
+// Land and sky; the lake is left to what is mirrored in it.
+Picture drawDry(const Sights& sights, const GreyPicture& contours)
 {
-    const Sights sights = lookOverLand();
-    const GreyPicture contours = contoursOf(sights);
-    keepLand(sights, contours, folder);
-    Picture fine(kFineWidth, kFineHeight);
-    fine.fill([&](int x, int y) {
+    Picture dry(kFineWidth, kFineHeight);
+    dry.fill([&](int x, int y) {
         const Sight& sight = sights.at(x, y);
         const glm::vec2 screen = screenAt(x, y);
         const glm::vec3 pixel =
             isLand(sight) ? landAt(sight, contours.at(x, y), screen) : skyAt(screen);
         return glm::vec4(pixel * hush(screen), 1.0F);
     });
-    const Picture dry = fine;
+    return dry;
+}
+
+void makeLandscape(const OutputFolder& folder)
+{
+    const Sights sights = lookOverLand();
+    const GreyPicture contours = contoursOf(sights);
+    keepLand(sights, contours, folder);
+    const Picture dry = drawDry(sights, contours);
+    Picture fine = dry;
     fine.fill([&](int x, int y) {
         const Sight& sight = sights.at(x, y);
         return isLake(sight)
@@ -188,7 +209,9 @@ void makeLandscape(const OutputFolder& folder)
 
 } // namespace
 
+} // namespace landscape
+
 int main(int argc, char** argv)
 {
-    return runPictureProgram(argc, argv, makeLandscape);
+    return runPictureProgram(argc, argv, landscape::makeLandscape);
 }

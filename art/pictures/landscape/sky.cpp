@@ -1,59 +1,28 @@
-#pragma once
+#include "art/pictures/landscape/sky.h"
 
 #include "art/pictures/kit/arithmetic.h"
-#include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
-#include "art/pictures/landscape_land.h"
+#include "art/pictures/landscape/land.h"
 
-#include <array>
 #include <cmath>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
-#include <glm/vec2.hpp>
-#include <glm/vec3.hpp>
 
-// The landscape's night: a full moon behind thin clouds that it lights from the back, its corona
-// and a broken halo. Places are on the screen.
 namespace landscape {
 
-inline const std::array kFog = {colour(0x0a1118), colour(0x16242f), colour(0x35525f),
-                                colour(0x86a9b0), colour(0xc9dcda)};
-inline const glm::vec3 kMoonColour = colour(0xeef3ec);
-inline const glm::vec3 kMareColour = colour(0x7d939c);
-inline constexpr glm::vec2 kMoon(287.0F, 58.0F);
-inline constexpr float kMoonRadius = 25.0F;
-inline constexpr float kHaloRadius = 96.0F;
-inline constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // VELMORANT over bright fog
+namespace {
 
-// Has blown a veil over the moon's lower part.
-inline constexpr glm::vec2 kWind(42.96F, 53.68F);
+const glm::vec3 kMareColour = colour(0x7d939c);
+constexpr float kMoonRadius = 25.0F;
+constexpr float kHaloRadius = 96.0F;
+constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // VELMORANT over bright fog
 
-// How much light hangs in the air: near the moon, and hardly at the sides.
-inline float airlight(glm::vec2 screen)
-{
-    const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 95.0F : 130.0F);
-    return 0.16F + 0.84F * exponential(-aside * aside);
-}
-
-// How much of the light is left: less of it behind the longest title, which stands on calm ground.
-inline float hush(glm::vec2 screen)
-{
-    const glm::vec2 way = (screen - kTitleMiddle) / glm::vec2(90.0F, 26.0F);
-    return 1.0F - 0.4F * exponential(-glm::dot(way, way));
-}
-
-// 1 on the lines where a value passes a multiple of the interval, about one screen pixel wide.
-// `change` is the value's change from one screen pixel to the next; crowded lines fade away.
-inline float contour(float value, float interval, float change)
-{
-    const float off = offWhole(value / interval) * interval;
-    const float pixels = off / glm::max(change, 1e-5F);
-    return softStep(0.95F, 0.25F, pixels) * softStep(2.0F, 5.0F, interval / change);
-}
+// Moves the clouds so that a veil of them lies over the moon's lower part.
+constexpr glm::vec2 kWind(42.96F, 53.68F);
 
 // How thick the clouds are, 0 to 1. They lie on a level sheet that is seen from below, so they
 // grow narrow toward the horizon; one layer of noise bends the other one.
-inline float cloudAt(glm::vec2 screen)
+float cloudAt(glm::vec2 screen)
 {
     const glm::ivec2 period(16, 16);
     const float height = glm::max(0.0F, kHorizon - screen.y) + 26.0F;
@@ -65,7 +34,7 @@ inline float cloudAt(glm::vec2 screen)
 
 // Right of the moon the sky is clear: a few stars over faint lines of equal pressure, the land's
 // contours once more.
-inline glm::vec3 clearSkyAt(glm::vec2 screen)
+glm::vec3 clearSkyAt(glm::vec2 screen)
 {
     const glm::ivec2 period(64, 64);
     const auto pressure = [&](glm::vec2 place) {
@@ -86,7 +55,7 @@ inline glm::vec3 clearSkyAt(glm::vec2 screen)
 }
 
 // The moon's face: dark plains, a few bright craters with rays, a darker limb.
-inline glm::vec3 moonFace(glm::vec2 way)
+glm::vec3 moonFace(glm::vec2 way)
 {
     const glm::ivec2 period(32, 32);
     const glm::vec2 flat = way / kMoonRadius;
@@ -110,16 +79,59 @@ inline glm::vec3 moonFace(glm::vec2 way)
     return face * (0.57F + 0.23F * facing);
 }
 
-inline glm::vec3 skyAt(glm::vec2 screen)
+// Clear air is dark above and pale at the horizon. `height` is 1 at the top, 0 at the horizon.
+glm::vec3 clearAir(float air, float height)
+{
+    return ramp(kFog, air * (0.95F * exponential(-3.0F * height)) + 0.05F);
+}
+
+// Thin cloud shines with what comes through it; thick cloud only hides. `off` is how far away the
+// moon's limb is.
+glm::vec3 litCloud(float cloud, float air, float height, float off)
+{
+    const float through = cloud * exponential(-1.9F * cloud) * 2.4F;
+    const float behind =
+        0.16F * air + 0.75F * exponential(-off / 26.0F) + 0.45F * exponential(-off / 95.0F);
+    return ramp(kFog, 0.08F + behind * through + 0.32F * air * (1.0F - height) * (1.0F - height));
+}
+
+// The halo's ice floats in front of everything else; its inner edge is the sharp one.
+float haloAt(glm::vec2 screen, float away)
+{
+    const float ring = (away - kHaloRadius) / (away < kHaloRadius ? 2.2F : 12.0F);
+    const float ice = 0.55F + 0.9F * fractalNoise(screen / 70.0F + 16.0F, {64, 64}, 2, 97);
+    return 0.075F * ice * exponential(-ring * ring);
+}
+
+} // namespace
+
+float airlight(glm::vec2 screen)
+{
+    const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 95.0F : 130.0F);
+    return 0.16F + 0.84F * exponential(-aside * aside);
+}
+
+float hush(glm::vec2 screen)
+{
+    const glm::vec2 way = (screen - kTitleMiddle) / glm::vec2(90.0F, 26.0F);
+    return 1.0F - 0.4F * exponential(-glm::dot(way, way));
+}
+
+float contour(float value, float interval, float change)
+{
+    const float off = offWhole(value / interval) * interval;
+    const float pixels = off / glm::max(change, 1e-5F);
+    return softStep(0.95F, 0.25F, pixels) * softStep(2.0F, 5.0F, interval / change);
+}
+
+glm::vec3 skyAt(glm::vec2 screen)
 {
     const glm::vec2 way = screen - kMoon;
     const float away = glm::length(way);
     const float height = glm::max(0.0F, (kHorizon - screen.y) / kHorizon);
     const float cloud = cloudAt(screen);
-
-    // Clear air is dark above and pale at the horizon.
     const float air = airlight(screen);
-    glm::vec3 sky = ramp(kFog, air * (0.95F * exponential(-3.0F * height)) + 0.05F);
+    glm::vec3 sky = clearAir(air, height);
 
     // The corona lies close around the moon.
     const float off = glm::max(0.0F, away - kMoonRadius);
@@ -128,20 +140,10 @@ inline glm::vec3 skyAt(glm::vec2 screen)
 
     const float disc = softStep(kMoonRadius + 0.6F, kMoonRadius - 0.6F, away);
     sky = glm::mix(sky, moonFace(way), disc);
-
-    // Thin cloud shines with what comes through it; thick cloud only hides.
-    const float through = cloud * exponential(-1.9F * cloud) * 2.4F;
-    const float behind =
-        0.16F * air + 0.75F * exponential(-off / 26.0F) + 0.45F * exponential(-off / 95.0F);
-    const glm::vec3 lit =
-        ramp(kFog, 0.08F + behind * through + 0.32F * air * (1.0F - height) * (1.0F - height));
-    sky = glm::mix(sky, lit, glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F));
+    sky = glm::mix(sky, litCloud(cloud, air, height, off),
+                   glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F));
     sky += clearSkyAt(screen) * (1.0F - 0.7F * cloud);
-
-    // The halo's ice floats before everything else; its inner edge is the sharp one.
-    const float ring = (away - kHaloRadius) / (away < kHaloRadius ? 2.2F : 12.0F);
-    const float ice = 0.55F + 0.9F * fractalNoise(screen / 70.0F + 16.0F, {64, 64}, 2, 97);
-    return sky + kFog[3] * (0.075F * ice * exponential(-ring * ring));
+    return sky + kFog[3] * haloAt(screen, away);
 }
 
 } // namespace landscape
