@@ -1,0 +1,139 @@
+#include "art/pictures/beads/packing.h"
+
+#include "art/pictures/kit/arithmetic.h"
+#include "art/pictures/kit/noise.h"
+#include "art/pictures/kit/picture.h"
+
+#include <cstddef>
+#include <glm/common.hpp>
+#include <glm/geometric.hpp>
+
+namespace beads {
+
+namespace {
+
+constexpr float kUneven = 0.10F;  // how far a radius is from its size
+constexpr float kSqueeze = 1.05F; // beads press into one another a little
+constexpr float kSunken = 0.45F;  // how high a bead's middle lies, in radii
+constexpr float kReach = 30.0F;   // how far beads shade and mirror each other
+
+const std::array kLacquers = {
+    Lacquer{colour(0xffb838), colour(0xc04804), 0.27F},
+    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.37F},
+    Lacquer{colour(0xff6814), colour(0x981804), 0.23F},
+    Lacquer{colour(0xd02808), colour(0x5c0804), 0.09F},
+    Lacquer{colour(0x1c1c24), colour(0x08080c), 0.04F},
+};
+
+const Lacquer& pickLacquer(float chance)
+{
+    for (const Lacquer& lacquer : kLacquers) {
+        chance -= lacquer.share;
+        if (chance < 0.0F) {
+            return lacquer;
+        }
+    }
+    return kLacquers.front();
+}
+
+Engraving pickEngraving(Random& random)
+{
+    const auto pattern = static_cast<Pattern>(4.0F * random.next());
+    const float turn = kFullTurn * random.next();
+    const float tilt = pattern == Pattern::kRings ? 0.8F : 0.3F;
+    const glm::vec3 axis(cosine(turn), sine(turn), tilt);
+    const float y = random.between(0.0F, kPeriod);
+    return {pattern, glm::normalize(axis), glm::vec2(random.between(0.0F, kPeriod), y)};
+}
+
+// How far a place is from the rims of the two beads nearest to it.
+struct Gaps {
+    float nearest = 1000.0F;
+    float second = 1000.0F;
+
+    void add(float gap)
+    {
+        second = glm::min(second, glm::max(nearest, gap));
+        nearest = glm::min(nearest, gap);
+    }
+};
+
+// The place where a bead of this radius fits and lies closest to two others; x is -1 if it fits
+// nowhere.
+glm::ivec2 snuggest(const Raster<Gaps>& gaps, float radius)
+{
+    glm::ivec2 best(-1);
+    float least = 10000.0F;
+    for (int y = 0; y < gaps.height(); ++y) {
+        for (int x = 0; x < gaps.width(); ++x) {
+            const Gaps& here = gaps.at(x, y);
+            if (here.nearest >= radius && here.nearest + here.second < least) {
+                least = here.nearest + here.second;
+                best = glm::ivec2(x, y);
+            }
+        }
+    }
+    return best;
+}
+
+// The size of the next bead, as an index into kRadii: of those that may still fit.
+std::size_t pickSize(std::size_t smallest, Random& random)
+{
+    const float chance = random.next();
+    const std::size_t wanted = chance < 0.34F ? 0 : chance < 0.72F ? 1 : 2;
+    return glm::max(wanted, smallest);
+}
+
+Bead makeBead(glm::vec2 place, float radius, Random& random)
+{
+    const float height = radius * (kSunken + random.between(-0.15F, 0.15F));
+    return {glm::vec3(place, height), radius, pickLacquer(random.next()), pickEngraving(random)};
+}
+
+void addTo(Raster<Gaps>& gaps, const Bead& bead)
+{
+    for (int y = 0; y < kRoomHeight; ++y) {
+        for (int x = 0; x < kSize; ++x) {
+            const glm::vec2 way = shortestWay(glm::vec2(x, y) - glm::vec2(bead.middle), kRoom);
+            gaps.at(x, y).add(glm::length(way) - bead.radius);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Bead> packBeads()
+{
+    std::vector<Bead> beads;
+    Random random(kSeed);
+    Raster<Gaps> gaps(kSize, kRoomHeight, Gaps());
+    std::size_t smallest = 0; // of the sizes that may still fit
+    while (smallest < kRadii.size()) {
+        const std::size_t size = pickSize(smallest, random);
+        const float radius = kRadii[size] * (1.0F + kUneven * random.between(-1.0F, 1.0F));
+        const glm::ivec2 place = snuggest(gaps, radius);
+        if (place.x < 0) {
+            smallest = size == smallest ? smallest + 1 : smallest;
+            continue;
+        }
+        beads.push_back(makeBead(place, radius, random));
+        addTo(gaps, beads.back());
+    }
+    return beads;
+}
+
+std::vector<Bead> around(const std::vector<Bead>& beads, glm::vec2 place)
+{
+    std::vector<Bead> near;
+    for (const Bead& bead : beads) {
+        const glm::vec2 way = shortestWay(glm::vec2(bead.middle) - place, kRoom);
+        if (glm::length(way) - bead.radius < kReach) {
+            near.push_back(bead);
+            near.back().middle = glm::vec3(place + way, bead.middle.z);
+            near.back().radius *= kSqueeze;
+        }
+    }
+    return near;
+}
+
+} // namespace beads
