@@ -146,17 +146,10 @@ void writeSampleData(ByteWriter& out, const XmSample& sample)
     }
 }
 
-void writeInstrument(ByteWriter& out, const XmInstrument& instrument)
+// Everything about the samples that belongs to the instrument: which one a note plays, envelopes,
+// vibrato, fadeout.
+void writePlaying(ByteWriter& out, const XmInstrument& instrument)
 {
-    const bool silent = instrument.samples.empty();
-    out.u32(silent ? kEmptyInstrumentBytes : kInstrumentBytes);
-    out.text(instrument.name, kNameBytes);
-    out.u8(0); // type
-    out.u16(static_cast<int>(instrument.samples.size()));
-    if (silent) {
-        return;
-    }
-    out.u32(kSampleHeaderBytes);
     for (const std::uint8_t index : instrument.keymap) {
         out.u8(index);
     }
@@ -176,7 +169,20 @@ void writeInstrument(ByteWriter& out, const XmInstrument& instrument)
     out.u8(instrument.vibratoRate);
     out.u16(instrument.fadeout);
     out.text("", kNameBytes); // reserved
+}
 
+void writeInstrument(ByteWriter& out, const XmInstrument& instrument)
+{
+    const bool isSilent = instrument.samples.empty();
+    out.u32(isSilent ? kEmptyInstrumentBytes : kInstrumentBytes);
+    out.text(instrument.name, kNameBytes);
+    out.u8(0); // type
+    out.u16(static_cast<int>(instrument.samples.size()));
+    if (isSilent) {
+        return;
+    }
+    out.u32(kSampleHeaderBytes);
+    writePlaying(out, instrument);
     for (const XmSample& sample : instrument.samples) {
         writeSampleHeader(out, sample);
     }

@@ -59,28 +59,38 @@ struct Strand {
     float across = 0.0F; // 0 in its middle, 1 at its sides
 };
 
+// One strand at a place: its turn where it is nearest, and how far away it is on screen there, or
+// kStrandRadius if it is farther.
+struct Approach {
+    float distance = kStrandRadius;
+    float turn = 0.0F;
+};
+
+Approach approachOf(int strand, glm::vec2 place)
+{
+    Approach nearest;
+    for (int i = -kStrandSteps; i <= kStrandSteps; ++i) {
+        const float y = place.y + kStrandRadius * static_cast<float>(i) / kStrandSteps;
+        const float turn = kFullTurn * (y / kBraidPeriod + static_cast<float>(strand) / kStrands);
+        const float x = kMiddle + kBraidReach * sine(turn);
+        const float distance = glm::length((place - glm::vec2(x, y)) * kSqueeze);
+        if (distance < nearest.distance) {
+            nearest = {distance, turn};
+        }
+    }
+    return nearest;
+}
+
 Strand braidAt(glm::vec2 place)
 {
     Strand top;
     for (int strand = 0; strand < kStrands; ++strand) {
-        float nearest = kStrandRadius;
-        float turnThere = 0.0F;
-        for (int i = -kStrandSteps; i <= kStrandSteps; ++i) {
-            const float y = place.y + kStrandRadius * static_cast<float>(i) / kStrandSteps;
-            const float turn =
-                kFullTurn * (y / kBraidPeriod + static_cast<float>(strand) / kStrands);
-            const float x = kMiddle + kBraidReach * sine(turn);
-            const float distance = glm::length((place - glm::vec2(x, y)) * kSqueeze);
-            if (distance < nearest) {
-                nearest = distance;
-                turnThere = turn;
-            }
-        }
-        const float across = nearest / kStrandRadius;
+        const auto [distance, turn] = approachOf(strand, place);
+        const float across = distance / kStrandRadius;
         const float round = std::sqrt(1.0F - across * across);
         // Of each two strands that cross, one passes over the other, by turns.
-        const float height = 10.0F * round + 7.0F + 6.0F * sine(2.0F * turnThere);
-        if (nearest < kStrandRadius && height > top.height) {
+        const float height = 10.0F * round + 7.0F + 6.0F * sine(2.0F * turn);
+        if (distance < kStrandRadius && height > top.height) {
             top = {height, across};
         }
     }
@@ -182,39 +192,63 @@ void carve(Face& face)
     }
 }
 
+// What a place is made of and how the light falls on it.
+struct Lighting {
+    glm::vec3 normal;
+    float open;  // to the air: 0 in a hollow, 1 on what stands out
+    float turn;  // how far the face is turned to the light, from left to right
+    float shade; // all of the light
+    float metal;
+};
+
+const glm::vec3 kToLight(-0.8F, -0.45F, 0.55F);
+
+// The stone, down which copper green has run from the metal into the hollows.
+glm::vec3 stoneAt(const Lighting& light, float stain)
+{
+    const glm::vec3 stone = ramp(kStone, light.shade + 0.16F * stain);
+    return glm::mix(stone, ramp(kMetal, light.shade), 0.6F * (1.0F - light.open) * (0.6F + stain));
+}
+
+glm::vec3 metalAt(const Lighting& light)
+{
+    return ramp(kMetal, 0.2F + 0.8F * light.shade) +
+           kMetal[3] * (0.8F * light.turn * glossy(light.normal, kToLight, 18.0F));
+}
+
+// The two edges that make the bar look square. Where the bar leans, its rows stand off each other
+// like teeth; a bright edge would show them.
+glm::vec3 withEdges(glm::vec3 pixel, float x)
+{
+    pixel = glm::mix(pixel, kSteel, 0.85F * softStep(kArris + 2.0F, kArris - 3.0F, x));
+    return pixel * (1.0F - 0.8F * softStep(kSize - 16.0F, kSize - 2.0F, x));
+}
+
+glm::vec3 pixelAt(const Lighting& light, int x, int y)
+{
+    const float stain = fractalNoise(glm::vec2(x, y) / 64.0F, {4, 4}, 5, 17);
+    glm::vec3 pixel = glm::mix(stoneAt(light, stain), metalAt(light), light.metal);
+    pixel += kStone[4] *
+             (0.25F * light.turn * glossy(light.normal, kToLight, 30.0F) * (1.0F - light.metal));
+    return withEdges(pixel, static_cast<float>(x));
+}
+
 Picture light(const Face& face)
 {
-    const glm::vec3 toLight(-0.8F, -0.45F, 0.55F);
     const GreyPicture near = blurred(face.height, 2);
     const GreyPicture around = blurred(face.height, 8);
-    const glm::ivec2 stains(4, 4);
     Picture picture(kSize, kSize);
     picture.fill([&](int x, int y) {
         const float height = face.height.at(x, y);
-        const float metal = face.metal.at(x, y);
         const glm::vec3 normal = normalAt(face.height, x, y, 1.0F);
         const float open = softStep(-7.0F, 3.0F, height - around.at(x, y)) *
                            softStep(-3.5F, 0.5F, height - near.at(x, y));
-        const float stain = fractalNoise(glm::vec2(x, y) / 64.0F, stains, 5, 17);
-
-        // The face turns away from the light, from left to right.
         const float across = static_cast<float>(x) / (kSize - 1);
         const float turn = 1.12F - 0.78F * across;
-        const float shade = (0.10F + 0.95F * matt(normal, toLight)) * (0.25F + 0.75F * open) * turn;
-        glm::vec3 stone = ramp(kStone, shade + 0.16F * stain);
-        // Copper green has run down from the metal into the hollows.
-        stone = glm::mix(stone, ramp(kMetal, shade), 0.6F * (1.0F - open) * (0.6F + stain));
-        glm::vec3 inlay = ramp(kMetal, 0.2F + 0.8F * shade);
-        inlay += kMetal[3] * (0.8F * turn * glossy(normal, toLight, 18.0F));
-        glm::vec3 pixel = glm::mix(stone, inlay, metal);
-        pixel += kStone[4] * (0.25F * turn * glossy(normal, toLight, 30.0F) * (1.0F - metal));
-
-        // The two edges that make the bar look square. Where the bar leans, its rows stand off each
-        // other like teeth; a bright edge would show them.
-        pixel = glm::mix(pixel, kSteel,
-                         0.85F * softStep(kArris + 2.0F, kArris - 3.0F, static_cast<float>(x)));
-        pixel *= 1.0F - 0.8F * softStep(kSize - 16.0F, kSize - 2.0F, static_cast<float>(x));
-        return glm::vec4(pixel, 1.0F);
+        const float shade =
+            (0.10F + 0.95F * matt(normal, kToLight)) * (0.25F + 0.75F * open) * turn;
+        const Lighting lighting{normal, open, turn, shade, face.metal.at(x, y)};
+        return glm::vec4(pixelAt(lighting, x, y), 1.0F);
     });
     return picture;
 }

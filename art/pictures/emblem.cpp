@@ -76,35 +76,56 @@ std::vector<Hair> hairs()
     return hairs;
 }
 
-// A lock is round and so is each of its strands; hairs are dark at a strand's sides.
-void drawHair(const Hair& hair, dog::Drawing& fur, dog::Drawing& ground)
+// Which strand of its lock a hair belongs to.
+struct Strand {
+    std::uint32_t number; // random bits of its own
+    float middle;         // across the lock, -1 to 1
+    float off;            // how far the hair is from there, as a share of the strand: -1 to 1
+};
+
+Strand strandOf(const Hair& hair)
 {
     const float strand = (hair.across + 1.0F) / 2.0F * kStrands;
-    const float strandMiddle = 2.0F * (std::floor(strand) + 0.5F) / kStrands - 1.0F;
-    const float offStrand = 2.0F * (strand - std::floor(strand)) - 1.0F;
-    const std::uint32_t number = hash(hair.lock, static_cast<int>(strand), 1);
-    const float reach = kTips - 13.0F * std::fabs(strandMiddle) - 2.0F * unit(number);
+    return {hash(hair.lock, static_cast<int>(strand), 1),
+            2.0F * (std::floor(strand) + 0.5F) / kStrands - 1.0F,
+            2.0F * (strand - std::floor(strand)) - 1.0F};
+}
 
+std::vector<glm::vec2> jointsOf(const Hair& hair, const Strand& strand)
+{
+    const float reach = kTips - 13.0F * std::fabs(strand.middle) - 2.0F * unit(strand.number);
     std::vector<glm::vec2> joints;
     for (int i = 0; i < kJoints; ++i) {
         const float t = static_cast<float>(i) / (kJoints - 1);
         const float radius = std::min(hair.from + hair.length * t, reach + 1.5F * t);
         const float out = (radius - kRoots) / (kTips - kRoots);
-        const float across = glm::mix(hair.across, strandMiddle, 0.75F * out * out);
+        const float across = glm::mix(hair.across, strand.middle, 0.75F * out * out);
         const float narrow = 1.22F - kGather * out;
         const float turn = (static_cast<float>(hair.lock) + 0.5F * across * narrow) / kLocks +
                            kTwist * std::sqrt(out);
         joints.push_back(kMiddle +
                          radius * glm::vec2(sine(turn * kFullTurn), -cosine(turn * kFullTurn)));
     }
-    const glm::vec2 way = glm::normalize(joints.back() - joints.front());
+    return joints;
+}
+
+// A lock is round and so is each of its strands; hairs are dark at a strand's sides.
+float toneOf(const Hair& hair, const Strand& strand, glm::vec2 way)
+{
     const glm::vec2 aside(-way.y, way.x);
     const glm::vec3 normal =
-        glm::normalize(glm::vec3(aside * (0.9F * hair.across + 0.5F * offStrand), 0.7F));
+        glm::normalize(glm::vec3(aside * (0.9F * hair.across + 0.5F * strand.off), 0.7F));
     const float light = glm::max(0.0F, glm::dot(normal, kToLight));
-    const float deep = 1.0F - 0.6F * offStrand * offStrand;
-    const float tone =
-        (0.10F + 0.95F * light) * deep * (0.8F + 0.3F * unit(number << 7U)) * hair.shade;
+    const float deep = 1.0F - 0.6F * strand.off * strand.off;
+    return (0.10F + 0.95F * light) * deep * (0.8F + 0.3F * unit(strand.number << 7U)) * hair.shade;
+}
+
+// `ground` is white where something dark belongs under the fur.
+void drawHair(const Hair& hair, dog::Drawing& fur, dog::Drawing& ground)
+{
+    const Strand strand = strandOf(hair);
+    const std::vector<glm::vec2> joints = jointsOf(hair, strand);
+    const float tone = toneOf(hair, strand, glm::normalize(joints.back() - joints.front()));
     fur.fillHair(joints, 1.2F, ramp(kAmber, 0.3F * tone), ramp(kAmber, tone));
     for (const glm::vec2 joint : joints) {
         cairo_line_to(ground.pen(), joint.x, joint.y);
@@ -141,6 +162,27 @@ GreyPicture wordMask(double growth, double aside)
     return layer.coverage();
 }
 
+// The word with the lines of an engraver's shade, over a picture.
+struct Word {
+    GreyPicture letters = wordMask(0.0, 0.0);
+    GreyPicture around = wordMask(1.0, 0.0);
+    GreyPicture shade = wordMask(0.0, kShadeReach);
+    GreyPicture ground = wordMask(kGroundWidth, 0.0);
+    GreyPicture groundOfShade = wordMask(kGroundWidth, kShadeReach);
+
+    [[nodiscard]] float groundAt(int x, int y) const
+    {
+        return std::max(ground.at(x, y), groundOfShade.at(x, y));
+    }
+
+    [[nodiscard]] glm::vec3 over(glm::vec3 pixel, int x, int y) const
+    {
+        const float line = offWhole(static_cast<float>(y) / kHatching) > 0.25F ? 1.0F : 0.25F;
+        const float hatch = line * shade.at(x, y) * (1.0F - around.at(x, y));
+        return glm::mix(glm::mix(pixel, kHatch, hatch), kIvory, letters.at(x, y));
+    }
+};
+
 void makeEmblem(const OutputFolder& folder)
 {
     dog::Drawing fur(kWidth, kHeight, kFiner);
@@ -153,23 +195,13 @@ void makeEmblem(const OutputFolder& folder)
     const Picture whorlGround = furGround.picture();
     folder.keepStage(whorl, "emblem-1-whorl.tga");
 
-    const GreyPicture word = wordMask(0.0, 0.0);
-    const GreyPicture around = wordMask(1.0, 0.0);
-    const GreyPicture shade = wordMask(0.0, kShadeReach);
-    const GreyPicture ground = wordMask(kGroundWidth, 0.0);
-    const GreyPicture shadeGround = wordMask(kGroundWidth, kShadeReach);
-    Picture picture(kWidth, kHeight);
+    const Word word;
+    Picture picture(kWidth, kHeight, glm::vec4(0.0F, 0.0F, 0.0F, 1.0F));
     picture.fill([&](int x, int y) {
-        const float cover =
-            std::max({whorlGround.at(x, y).r, ground.at(x, y), shadeGround.at(x, y)});
-        if (cover < 0.5F) {
+        if (std::max(whorlGround.at(x, y).r, word.groundAt(x, y)) < 0.5F) {
             return glm::vec4(0.0F, 0.0F, 0.0F, 1.0F);
         }
-        const float line = offWhole(static_cast<float>(y) / kHatching) > 0.25F ? 1.0F : 0.25F;
-        const float hatch = line * shade.at(x, y) * (1.0F - around.at(x, y));
-        glm::vec3 pixel = glm::max(kGround, glm::vec3(whorl.at(x, y)));
-        pixel = glm::mix(pixel, kHatch, hatch);
-        return glm::vec4(glm::mix(pixel, kIvory, word.at(x, y)), 1.0F);
+        return glm::vec4(word.over(glm::max(kGround, glm::vec3(whorl.at(x, y))), x, y), 1.0F);
     });
     folder.write(picture, 32, "quentalogo.tga");
 }

@@ -9,27 +9,31 @@
 
 namespace {
 
-// Three strings in slight disagreement, driven hard through a moving vowel. What lies under them
-// is left to the sub.
-Zone makeGrowlZone(int root)
+// Three strings in slight disagreement, as a loop.
+Signal threeStrings(int root, double hz)
 {
-    const double hz = kRate32k.hertz();
-    const LoopShape shape = fitLoop(noteHertz(root), hz, 0.44);
-    Spectrum spectrum(shape, hz);
+    Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.44), hz);
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         const double amplitude = 1.0 / h;
         spectrum.addWave(h, amplitude, 0.3 * h);
         spectrum.addWave(h, 0.7 * amplitude, 1.1 * h, 1);
         spectrum.addWave(h, 0.7 * amplitude, 2.3 * h, -1);
     }
+    return scaledToPeak(spectrum.toSignal(), 1.0);
+}
+
+// They are driven hard through a moving vowel. What lies under them is left to the sub.
+Zone makeGrowlZone(int root)
+{
+    const double hz = kRate32k.hertz();
     Filter throat(hz);
     Filter mouth(hz);
     Filter box(hz);
     Filter floor(hz);
     Filter rest(hz);
-    const Signal strings = scaledToPeak(spectrum.toSignal(), 1.0);
+    const Signal strings = threeStrings(root, hz);
     const Signal driven = settled(strings, [&](double value, std::size_t i) {
-        const double turn = kTau * static_cast<double>(i) / static_cast<double>(shape.size);
+        const double turn = kTau * static_cast<double>(i) / static_cast<double>(strings.size());
         const double vowel = 1000.0 * std::exp2(1.3 * std::sin(turn));
         const double shaped =
             (0.7 * throat.low(value, 1900.0, 0.8)) + (2.4 * mouth.band(value, vowel, 2.4));

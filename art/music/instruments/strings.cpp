@@ -69,9 +69,9 @@ Signal swayed(const Signal& loop, double hz, double centreHz, double octaves)
     });
 }
 
-Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
+// The held sound of an ensemble, as a loop.
+Signal playersOf(const Ensemble& ensemble, int root, double hz)
 {
-    const double hz = rate.hertz();
     Spectrum spectrum(fitLoop(noteHertz(root), hz, ensemble.seconds), hz);
     Noise phases(ensemble.seed + static_cast<std::uint64_t>(root));
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
@@ -83,13 +83,17 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
         value = saturate(value, 1.6);
     }
     players = centred(players);
-    if (ensemble.sway > 0.0) {
-        players = swayed(players, hz, 2200.0, ensemble.sway);
-    }
+    return ensemble.sway > 0.0 ? swayed(players, hz, 2200.0, ensemble.sway) : players;
+}
+
+Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
+{
+    const double hz = rate.hertz();
     const Entry& entry = ensemble.entry;
     Filter mouth(hz);
     Filter air(hz);
     Noise noise(ensemble.seed);
+    const Signal players = playersOf(ensemble, root, hz);
     const Signal entered = withOnset(players, entry.seconds, hz, [&](double value, double t) {
         const double share = attack(t, entry.seconds);
         const double cutoff = entry.fromHz * std::pow(entry.toHz / entry.fromHz, share);
@@ -101,6 +105,16 @@ Zone makeEnsembleZone(const Ensemble& ensemble, int root, Rate rate)
                     samplesFor(entry.seconds, hz));
 }
 
+XmInstrument makeEnsembleOf(const std::string& name, const Ensemble& ensemble, Rate rate,
+                            std::initializer_list<int> roots)
+{
+    std::vector<Zone> zones;
+    for (const int root : roots) {
+        zones.push_back(makeEnsembleZone(ensemble, root, rate));
+    }
+    return makeInstrument(name, std::move(zones));
+}
+
 // The lines of a voice with a reed in it: three waves to each harmonic, the outer two beating.
 double reed(int harmonic, double hertz)
 {
@@ -109,11 +123,9 @@ double reed(int harmonic, double hertz)
            std::pow(harmonic, -1.1) / (1.0 + std::pow(hertz / 5200.0, 3.0));
 }
 
-// The reed opens under the tongue, then its highs breathe once in each loop.
-Zone makeLeadZone(int root, Rate rate)
+// The reed held: its highs breathe once in each loop.
+Signal heldReed(int root, double hz)
 {
-    constexpr double kOnset = 0.16;
-    const double hz = rate.hertz();
     Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.62), hz);
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         const double amplitude = reed(h, h * spectrum.hertz());
@@ -129,10 +141,18 @@ Zone makeLeadZone(int root, Rate rate)
     for (std::size_t i = 0; i < loop.size(); ++i) {
         loop[i] = (0.35 * loop[i]) + (0.65 * breathing[i]);
     }
+    return centred(loop);
+}
+
+// The reed opens under the tongue.
+Zone makeLeadZone(int root, Rate rate)
+{
+    constexpr double kOnset = 0.16;
+    const double hz = rate.hertz();
     Filter tongue(hz);
     Filter air(hz);
     Noise noise(42);
-    const Signal blown = withOnset(centred(loop), kOnset, hz, [&](double value, double t) {
+    const Signal blown = withOnset(heldReed(root, hz), kOnset, hz, [&](double value, double t) {
         const double cutoff = 600.0 + (7500.0 * attack(t, 0.07));
         const double chiff = air.band(noise.next(), 3800.0, 0.8) * decay(t, 0.012);
         return (tongue.low(value, cutoff, 1.1) * attack(t, 0.005)) + (0.22 * chiff);
@@ -198,16 +218,6 @@ XmInstrument makeDrone()
     XmInstrument drone = makeInstrument("drone", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(drone, 20, 0, 64, 130);
     return drone;
-}
-
-XmInstrument makeEnsembleOf(const std::string& name, const Ensemble& ensemble, Rate rate,
-                            std::initializer_list<int> roots)
-{
-    std::vector<Zone> zones;
-    for (const int root : roots) {
-        zones.push_back(makeEnsembleZone(ensemble, root, rate));
-    }
-    return makeInstrument(name, std::move(zones));
 }
 
 // Light through a door that opens and closes by itself.

@@ -3,6 +3,7 @@
 #include "art/music/score/score_reader.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 
 namespace {
@@ -69,6 +70,31 @@ void pan(XmCell& cell, int panning)
     }
 }
 
+// What a channel's echo leaves in the row that follows the earlier ones.
+XmCell echoIn(const ScoreChannel& channel, const std::vector<Grid>& earlier)
+{
+    if (!channel.echo || std::size_t(channel.echo->rows) > earlier.size()) {
+        return {};
+    }
+    const Grid& row = earlier[earlier.size() - std::size_t(channel.echo->rows)];
+    return echoOf(row[std::size_t(channel.echo->source)], channel.echo->percent);
+}
+
+Grid fillInRow(const Score& score, const ScorePattern& pattern, int row,
+               const std::vector<Grid>& earlier)
+{
+    Grid grid;
+    for (int c = 0; c < pattern.channels; ++c) {
+        const ScoreChannel& channel = score.channels[std::size_t(c)];
+        const ScoreCell& own = pattern.at(row, c);
+        const bool silencesEcho = own.clears || own.note.has_value();
+        XmCell cell = silencesEcho ? XmCell() : echoIn(channel, earlier);
+        overlay(cell, fillIn(own, channel));
+        grid.push_back(cell);
+    }
+    return grid;
+}
+
 // All rows of the piece in the order of playing, with the echoes written out.
 std::vector<Grid> unroll(const Score& score)
 {
@@ -76,22 +102,7 @@ std::vector<Grid> unroll(const Score& score)
     for (const int order : score.orders) {
         const ScorePattern& pattern = score.patterns[std::size_t(order)];
         for (int row = 0; row < pattern.rows; ++row) {
-            Grid grid;
-            for (int c = 0; c < pattern.channels; ++c) {
-                const ScoreChannel& channel = score.channels[std::size_t(c)];
-                XmCell cell;
-                const ScoreCell& own = pattern.at(row, c);
-                const bool silencesEcho = own.clears || own.note.has_value();
-                if (channel.echo && !silencesEcho &&
-                    std::size_t(channel.echo->rows) <= rows.size()) {
-                    const Grid& earlier = rows[rows.size() - std::size_t(channel.echo->rows)];
-                    cell =
-                        echoOf(earlier[std::size_t(channel.echo->source)], channel.echo->percent);
-                }
-                overlay(cell, fillIn(own, channel));
-                grid.push_back(cell);
-            }
-            rows.push_back(grid);
+            rows.push_back(fillInRow(score, pattern, row, rows));
         }
     }
     return rows;
@@ -145,6 +156,23 @@ std::uint8_t findOrAdd(std::vector<XmPattern>& patterns, const XmPattern& patter
     return index;
 }
 
+// A pattern of these rows, each note where its channel sits.
+XmPattern patternOf(const Score& score, std::span<const Grid> rows)
+{
+    const int channels = static_cast<int>(score.channels.size());
+    XmPattern pattern(static_cast<int>(rows.size()), channels);
+    for (int row = 0; row < pattern.rows(); ++row) {
+        for (int c = 0; c < channels; ++c) {
+            XmCell cell = rows[std::size_t(row)][std::size_t(c)];
+            if (const auto panning = score.channels[std::size_t(c)].panning) {
+                pan(cell, *panning);
+            }
+            pattern.at(row, c) = cell;
+        }
+    }
+    return pattern;
+}
+
 } // namespace
 
 XmModule arrange(const Score& score)
@@ -159,20 +187,12 @@ XmModule arrange(const Score& score)
     std::size_t next = 0;
     bool swungBefore = false;
     for (const int order : score.orders) {
-        const std::optional<ScoreSwing>& swing = score.patterns[std::size_t(order)].swing;
-        XmPattern pattern(score.patterns[std::size_t(order)].rows, module.channels);
-        for (int row = 0; row < pattern.rows(); ++row) {
-            for (int c = 0; c < module.channels; ++c) {
-                XmCell cell = rows[next][std::size_t(c)];
-                if (const auto panning = score.channels[std::size_t(c)].panning) {
-                    pan(cell, *panning);
-                }
-                pattern.at(row, c) = cell;
-            }
-            ++next;
-        }
-        writeSpeeds(pattern, swing, swungBefore, score.speed);
-        swungBefore = swing.has_value();
+        const ScorePattern& source = score.patterns[std::size_t(order)];
+        const auto count = static_cast<std::size_t>(source.rows);
+        XmPattern pattern = patternOf(score, std::span(rows).subspan(next, count));
+        next += count;
+        writeSpeeds(pattern, source.swing, swungBefore, score.speed);
+        swungBefore = source.swing.has_value();
         module.orders.push_back(findOrAdd(module.patterns, pattern));
     }
     return module;

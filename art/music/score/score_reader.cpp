@@ -78,7 +78,8 @@ private:
         const char* usage;
     };
 
-    void readLine(const std::string& line)
+    // The statement that begins with this word, or null.
+    static const Statement* findStatement(const std::string& word)
     {
         static const std::map<std::string, Statement> kStatements = {
             {"title",      {&ScoreReader::readTitle, 1, kAny, "title NAME"}               },
@@ -93,16 +94,21 @@ private:
             {"swing",      {&ScoreReader::readSwing, 2, 2, "swing EVEN ODD"}              },
             {"include",    {&ScoreReader::readInclude, 1, 1, "include FILE"}              },
         };
+        const auto found = kStatements.find(word);
+        return found == kStatements.end() ? nullptr : &found->second;
+    }
+
+    void readLine(const std::string& line)
+    {
         const Words words = splitWords(line);
         if (words.empty()) {
             return;
         }
-        if (const auto found = kStatements.find(words[0]); found != kStatements.end()) {
-            const Statement& statement = found->second;
+        if (const Statement* statement = findStatement(words[0])) {
             const std::size_t arguments = words.size() - 1;
-            require(arguments >= statement.fewest && arguments <= statement.most,
-                    std::string("expected: ") + statement.usage);
-            (this->*statement.read)(words);
+            require(arguments >= statement->fewest && arguments <= statement->most,
+                    std::string("expected: ") + statement->usage);
+            (this->*statement->read)(words);
         } else if (line.find('|') != std::string::npos) {
             readTableLine(line);
         } else if (line.find(':') != std::string::npos) {
@@ -192,6 +198,29 @@ private:
         columns_.clear();
     }
 
+    struct Placement {
+        std::optional<int> channel; // instead of the block's own
+        int semitones = 0;
+        int percent = 100;
+    };
+
+    // The word's value if it is an option of `play`.
+    bool readPlacement(const std::string& option, const std::string& value, Placement& placement)
+    {
+        if (option == "on") {
+            placement.channel = readChannelName(value);
+        } else if (option == "up") {
+            placement.semitones = readNumber(value, 0, 48, "up");
+        } else if (option == "down") {
+            placement.semitones = -readNumber(value, 0, 48, "down");
+        } else if (option == "level") {
+            placement.percent = readNumber(value, 1, 100, "level");
+        } else {
+            return false;
+        }
+        return true;
+    }
+
     // play BLOCK [on CHANNEL] [up N] [down N] [level PERCENT] ROW ...
     void readPlay(const Words& words)
     {
@@ -202,15 +231,8 @@ private:
         Placement placement;
         std::vector<int> rows;
         for (std::size_t i = 2; i < words.size(); ++i) {
-            const bool hasValue = i + 1 < words.size();
-            if (words[i] == "on" && hasValue) {
-                placement.channel = readChannelName(words[++i]);
-            } else if (words[i] == "up" && hasValue) {
-                placement.semitones = readNumber(words[++i], 0, 48, "up");
-            } else if (words[i] == "down" && hasValue) {
-                placement.semitones = -readNumber(words[++i], 0, 48, "down");
-            } else if (words[i] == "level" && hasValue) {
-                placement.percent = readNumber(words[++i], 1, 100, "level");
+            if (i + 1 < words.size() && readPlacement(words[i], words[i + 1], placement)) {
+                ++i;
             } else {
                 rows.push_back(readNumber(words[i], 0, current_->rows - 1, "row"));
             }
@@ -220,12 +242,6 @@ private:
             put(found->second, row, placement);
         }
     }
-
-    struct Placement {
-        std::optional<int> channel; // instead of the block's own
-        int semitones = 0;
-        int percent = 100;
-    };
 
     void put(const ScorePattern& block, int firstRow, const Placement& placement)
     {
@@ -273,12 +289,7 @@ private:
             cells.pop_back();
         }
         if (row.empty()) {
-            columns_.clear();
-            for (const std::string& cell : cells) {
-                const Words names = splitWords(cell);
-                require(names.size() == 1, "a column has one name");
-                columns_.push_back(readChannelName(names[0]));
-            }
+            nameColumns(cells);
             return;
         }
         require(row.size() == 1, "a row has one number");
@@ -286,6 +297,16 @@ private:
         const int number = readNumber(row[0], 0, current_->rows - 1, "row");
         for (std::size_t i = 0; i < cells.size(); ++i) {
             putCell(cells[i], current_->at(number, columns_[i]));
+        }
+    }
+
+    void nameColumns(const Words& cells)
+    {
+        columns_.clear();
+        for (const std::string& cell : cells) {
+            const Words names = splitWords(cell);
+            require(names.size() == 1, "a column has one name");
+            columns_.push_back(readChannelName(names[0]));
         }
     }
 

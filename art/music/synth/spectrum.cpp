@@ -20,32 +20,44 @@ std::vector<Complex> circle(std::size_t size)
     return points;
 }
 
+// Every sample by its sum, for sizes that cannot be halved.
+std::vector<Complex> summed(const std::vector<Complex>& lines, const std::vector<Complex>& turns)
+{
+    const std::size_t size = lines.size();
+    std::vector<Complex> sums(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        for (std::size_t n = 0, turn = 0; n < size; ++n) {
+            sums[i] += lines[n] * turns[turn];
+            turn += i;
+            turn -= turn >= size ? size : 0;
+        }
+    }
+    return sums;
+}
+
+// Every second line, from `first` on.
+std::vector<Complex> everySecond(const std::vector<Complex>& lines, std::size_t first)
+{
+    std::vector<Complex> half(lines.size() / 2);
+    for (std::size_t n = 0; n < half.size(); ++n) {
+        half[n] = lines[(2 * n) + first];
+    }
+    return half;
+}
+
 // Sample i is the sum of all lines, line n turned by n * i points of the circle. The even and the
 // odd lines are summed apart while the size can be halved.
 std::vector<Complex> transform(const std::vector<Complex>& lines)
 {
     const std::size_t size = lines.size();
     const std::vector<Complex> turns = circle(size);
-    std::vector<Complex> sums(size);
     if (size % 2 == 1) {
-        for (std::size_t i = 0; i < size; ++i) {
-            for (std::size_t n = 0, turn = 0; n < size; ++n) {
-                sums[i] += lines[n] * turns[turn];
-                turn += i;
-                turn -= turn >= size ? size : 0;
-            }
-        }
-        return sums;
+        return summed(lines, turns);
     }
     const std::size_t half = size / 2;
-    std::vector<Complex> even(half);
-    std::vector<Complex> odd(half);
-    for (std::size_t n = 0; n < half; ++n) {
-        even[n] = lines[2 * n];
-        odd[n] = lines[(2 * n) + 1];
-    }
-    even = transform(even);
-    odd = transform(odd);
+    const std::vector<Complex> even = transform(everySecond(lines, 0));
+    const std::vector<Complex> odd = transform(everySecond(lines, 1));
+    std::vector<Complex> sums(size);
     for (std::size_t i = 0; i < half; ++i) {
         sums[i] = even[i] + (odd[i] * turns[i]);
         sums[i + half] = even[i] + (odd[i] * turns[i + half]);

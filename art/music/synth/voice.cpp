@@ -3,6 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+// Kept out of the header, where a compiler could compute it: compilers round powers in a way of
+// their own, and a last bit can decide which loop fits best.
+double Rate::hertz() const
+{
+    return 8363.0 * std::exp2(semitones / 12.0);
+}
+
 double noteHertz(int note)
 {
     return 440.0 * std::exp2((note - noteA(4)) / 12.0);

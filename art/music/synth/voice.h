@@ -11,7 +11,7 @@
 struct Rate {
     int semitones = 0;
 
-    [[nodiscard]] double hertz() const { return 8363.0 * std::exp2(semitones / 12.0); }
+    [[nodiscard]] double hertz() const;
 };
 
 constexpr Rate kRate16k{11};
