@@ -1,4 +1,4 @@
-// make_music SCORE FILE: plays the band into a module, following the score.
+// make_music SCORE FILE: makes a module of a score and of the instruments that it names.
 #include "art/music/instruments/instruments.h"
 #include "art/music/score/arrange.h"
 #include "art/music/score/score_reader.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Numbers that the score leaves out are empty instruments.
+// Instruments whose numbers the score leaves out are empty.
 void addInstruments(const Score& score, XmModule& module)
 {
     for (const ScoreInstrument& player : score.instruments) {
@@ -30,7 +30,7 @@ bool isDeclared(const Score& score, int number)
                        [number](const ScoreInstrument& player) { return player.number == number; });
 }
 
-// Every note is played by an instrument that the score names.
+// Throws ScoreError for a note whose instrument the score does not name.
 void checkPlayers(const Score& score)
 {
     for (const ScorePattern& pattern : score.patterns) {

@@ -86,7 +86,7 @@ struct XmEnvelopePoint {
     int value = 0; // 0 to 64
 };
 
-// Straight lines between at most 12 points; no points: no envelope.
+// Straight lines between at most 12 points; without points there is no envelope.
 struct XmEnvelope {
     std::vector<XmEnvelopePoint> points;
     int sustain = -1; // the point that is held until the key is released, or -1

@@ -55,7 +55,7 @@ struct Face {
 
 // The strand of the braid that lies on top at a place.
 struct Strand {
-    float height = 0.0F; // 0 where there is none
+    float height = 0.0F; // 0 beside the braid
     float across = 0.0F; // 0 in its middle, 1 at its sides
 };
 

@@ -2,9 +2,9 @@
 // lies: a warm lamp and, across from it, a thinner one as cold as steel, with embers in the brown
 // darkness between. It multiplies the tube's skin.
 //
-// Nearly all of it changes from top to bottom alone. Where the tube closes, its last strip runs
-// through the picture's whole width within a few pixels; whatever changes from left to right shows
-// there as a line.
+// Nearly all of it changes from top to bottom only. Where the tube closes, its last strip shows the
+// picture's whole width within a few pixels; there, whatever changes from left to right shows as a
+// line.
 #include "art/pictures/kit/arithmetic.h"
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"

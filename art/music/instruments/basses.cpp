@@ -9,7 +9,7 @@
 
 namespace {
 
-// Three strings in slight disagreement, as a loop.
+// Three strings slightly out of tune with each other, as a loop.
 Signal threeStrings(int root, double hz)
 {
     Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.44), hz);
@@ -22,7 +22,8 @@ Signal threeStrings(int root, double hz)
     return scaledToPeak(spectrum.toSignal(), 1.0);
 }
 
-// They are driven hard through a moving vowel. What lies under them is left to the sub.
+// The three strings, distorted, through filters that move like a vowel. The lowest frequencies are
+// taken away: another instrument, the sub, has those.
 Zone makeGrowlZone(int root)
 {
     const double hz = kRate32k.hertz();
@@ -43,7 +44,7 @@ Zone makeGrowlZone(int root)
     return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }
 
-// A string through a filter that closes as it dies, and the finger that leaves it.
+// A string through a filter that closes as the string dies away, and the noise of the finger.
 Zone makeRoundZone(int root)
 {
     const double hz = kRate16k.hertz();
@@ -66,13 +67,13 @@ Zone makeRoundZone(int root)
 
 } // namespace
 
-// A sine with just enough above it to be heard on small speakers, and a knuckle at its beginning.
+// A sine with just enough above it to be heard on small speakers, and a harder beginning.
 XmInstrument makeSub()
 {
     constexpr int kRoot = noteD(2);
     const double hz = kRate16k.hertz();
     Spectrum spectrum(fitLoop(noteHertz(kRoot), hz, 0.4), hz);
-    // All waves begin at zero, so that driving them shifts nothing.
+    // All waves begin at zero, so that distortion does not move their mean.
     constexpr std::array kWaves = {1.0, -0.52, 0.38, -0.2, 0.11, -0.06};
     for (std::size_t i = 0; i < kWaves.size(); ++i) {
         spectrum.addWave(static_cast<double>(i) + 1.0, kWaves.at(i), 0.25 * kTau);

@@ -14,7 +14,8 @@ XmInstrument oneShot(const std::string& name, Rate rate, const Signal& signal)
     return makeInstrument(name, {makeZone(kRoot, rate, signal)});
 }
 
-// A head that is struck: its pitch falls from `top` above `bottom` as the skin comes to rest.
+// A drum's skin: struck, its pitch is `topHz` above `bottomHz` and falls to it as the skin comes to
+// rest.
 struct Skin {
     double bottomHz;
     double topHz;
@@ -26,7 +27,7 @@ struct Skin {
     }
 };
 
-// Six square waves that share no harmonic ring like a plate of metal.
+// Six square waves without a common harmonic, which sound like a plate of metal.
 class Metal {
 public:
     explicit Metal(double rateHz)
@@ -54,7 +55,7 @@ struct Cymbal {
     Rate rate;
     double seconds;
     double ringSeconds;
-    double metal; // how much of its own pitches
+    double metal; // how loud the plate's own pitches are
     double hiss;
     std::uint64_t seed;
 };
@@ -82,7 +83,7 @@ struct SnareHit {
     std::uint64_t seed;
 };
 
-// Hit as hard as it can be.
+// A snare drum hit as hard as it can be.
 XmInstrument makeCrack(const std::string& name, const SnareHit& hit)
 {
     const double hz = kRate45k.hertz();
@@ -132,7 +133,7 @@ XmInstrument makeKick()
     return oneShot("kick", kRate32k, finished(signal, hz, 0.95, 0.12));
 }
 
-// The same leg, a harder shoe, and an amplifier that has had enough.
+// A kick with a harder beater, through an amplifier that is driven too far.
 XmInstrument makeHardKick()
 {
     const double hz = kRate32k.hertz();
@@ -168,7 +169,7 @@ XmInstrument makeSnare()
     return oneShot("snare", kRate45k, finished(withRoom(dry, hz, 0.5, 0.35), hz, 0.95, 0.1));
 }
 
-// Two strokes of the same hand, so that a roll is not one stroke repeated.
+// Two different strokes, so that a roll is not one stroke repeated.
 XmInstrument makeHardSnare()
 {
     return makeCrack("hard-snare", {
@@ -185,7 +186,8 @@ XmInstrument makeHardSnareLeft()
     });
 }
 
-// The stick falls by its own weight: wires and wood, hardly any head.
+// A snare drum touched lightly: the stick falls by its own weight, so wires and wood sound and
+// hardly any skin.
 XmInstrument makeGhost()
 {
     const double hz = kRate32k.hertz();
@@ -202,7 +204,7 @@ XmInstrument makeGhost()
     return oneShot("ghost", kRate32k, finished(signal, hz, 0.9, 0.06));
 }
 
-// Several hands, not quite together.
+// Several hands that clap not quite together.
 XmInstrument makeClap()
 {
     const double hz = kRate32k.hertz();
@@ -233,13 +235,13 @@ XmInstrument makeRim()
     return oneShot("rim", kRate45k, finished(signal, hz, 0.9, 0.02));
 }
 
-// The edge of the hat, under the stick's shoulder.
+// A closed hat, hit on its edge with the shoulder of the stick.
 XmInstrument makeHat()
 {
     return makeCymbal("hat", {kRate45k, 0.1, 0.026, 1.1, 0.5, 71});
 }
 
-// Its top, under the tip: shorter, and more air than metal.
+// A closed hat, hit on its top with the tip of the stick: shorter, and more air than metal.
 XmInstrument makeHatTip()
 {
     return makeCymbal("hat-tip", {kRate45k, 0.07, 0.015, 0.5, 0.8, 72});
@@ -283,7 +285,7 @@ XmInstrument makeShaker()
     return oneShot("shaker", kRate45k, finished(signal, hz, 0.7, 0.03));
 }
 
-// A nerve that fires: a chirp too short to have a pitch.
+// A chirp too short to have a pitch, like a nerve that fires.
 XmInstrument makeTick()
 {
     const double hz = kRate45k.hertz();

@@ -1,4 +1,5 @@
-// What announces and what follows: noise that climbs, a cymbal backwards, the floor giving way.
+// What announces a section and what begins it: noise that rises, noise played backwards, a boom;
+// and the sparks at the end.
 #include "art/music/instruments/instruments.h"
 #include "art/music/synth/signal.h"
 #include "art/music/synth/voice.h"
@@ -9,7 +10,7 @@ constexpr int kRoot = noteC(4);
 
 } // namespace
 
-// Two bars of wind that closes in.
+// Noise that rises over two bars.
 XmInstrument makeRiser()
 {
     constexpr double kSeconds = 3.84;
@@ -27,7 +28,7 @@ XmInstrument makeRiser()
     return makeInstrument("riser", {makeZone(kRoot, kRate16k, finished(signal, hz, 0.9, 0.01))});
 }
 
-// Breath drawn in over one bar, bright at the end.
+// Noise that grows over one bar, like a cymbal played backwards.
 XmInstrument makeReverse()
 {
     constexpr double kSeconds = 1.92;
@@ -56,7 +57,7 @@ XmInstrument makeBoom()
         "boom", {makeZone(kRoot, kRate16k, finished(withRoom(dry, hz, 2.0, 0.4), hz, 0.95, 0.8))});
 }
 
-// An ember: small dry cracks, none like the next.
+// Small dry cracks of a fire, no two alike.
 XmInstrument makeSparks()
 {
     constexpr double kChance = 0.0014; // of a crack in each sample

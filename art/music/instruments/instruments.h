@@ -51,6 +51,6 @@ XmInstrument makeReverse();
 XmInstrument makeBoom();
 XmInstrument makeSparks();
 
-// The instrument of that name, as scores write it ("open-hat"). Throws std::invalid_argument for
-// a name that nothing answers to.
+// The instrument of that name, as scores write it ("open-hat"). Throws std::invalid_argument if
+// there is no such instrument.
 XmInstrument makeInstrumentByName(const std::string& name);

@@ -1,4 +1,5 @@
-// What is struck and plucked: every partial dies at its own pace, the high ones first.
+// What is struck and plucked: every partial dies away at its own pace, the high ones first; and
+// chords.
 #include "art/music/instruments/instruments.h"
 #include "art/music/synth/signal.h"
 #include "art/music/synth/voice.h"
@@ -67,7 +68,7 @@ Zone makePluckZone(int root, Rate rate, double seconds)
     return makeZone(root, rate, finished(withRoom(sum, hz, 0.7, 0.22), hz, 0.95, 0.35 * seconds));
 }
 
-// A chord of saws through one filter that opens and closes; notes as ratios to the root.
+// A chord of saw waves through a filter that opens and closes; notes are ratios to the root.
 template <std::size_t Count>
 Signal makeChord(double pitch, double hz, double seconds, const std::array<double, Count>& notes,
                  double peakHz, double closeSeconds)
@@ -132,7 +133,7 @@ XmInstrument makeSkank()
     return skank;
 }
 
-// One bark: open fifths and octaves, all of them leaning into it.
+// A short, loud chord of fifths, octaves and a minor third.
 XmInstrument makeBrass()
 {
     constexpr std::array kNotes = {0.5, 1.0, kMinorThird, kFifth, 2.0};

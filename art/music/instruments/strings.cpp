@@ -40,9 +40,9 @@ double sung(int harmonic, double hertz)
     return mouth * std::pow(harmonic, -0.35);
 }
 
-// How an ensemble begins: its sound opens from a low cutoff, with some noise of bow or breath.
+// How an ensemble begins: the cutoff of its filter rises, with some noise of bow or breath.
 struct Entry {
-    double seconds; // until the loop stands
+    double seconds; // until the loop begins
     double fromHz;
     double toHz;
     double noise;
@@ -115,7 +115,7 @@ XmInstrument makeEnsembleOf(const std::string& name, const Ensemble& ensemble, R
     return makeInstrument(name, std::move(zones));
 }
 
-// The lines of a voice with a reed in it: three waves to each harmonic, the outer two beating.
+// How much of each harmonic a reed has.
 double reed(int harmonic, double hertz)
 {
     const double odd = harmonic % 2 == 1 ? 1.0 : 0.55;
@@ -123,7 +123,8 @@ double reed(int harmonic, double hertz)
            std::pow(harmonic, -1.1) / (1.0 + std::pow(hertz / 5200.0, 3.0));
 }
 
-// The reed held: its highs breathe once in each loop.
+// The reed while it is held: three waves to each harmonic, of which the outer two beat, and highs
+// that come and go once in each loop.
 Signal heldReed(int root, double hz)
 {
     Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.62), hz);
@@ -144,7 +145,7 @@ Signal heldReed(int root, double hz)
     return centred(loop);
 }
 
-// The reed opens under the tongue.
+// The reed as the tongue lets it go.
 Zone makeLeadZone(int root, Rate rate)
 {
     constexpr double kOnset = 0.16;
@@ -160,7 +161,7 @@ Zone makeLeadZone(int root, Rate rate)
     return makeZone(root, rate, scaledToPeak(blown, 0.95), samplesFor(kOnset, hz));
 }
 
-// The same reed, only touched.
+// The same reed, played short.
 Zone makeTouchZone(int root, Rate rate)
 {
     const double hz = rate.hertz();
@@ -199,7 +200,7 @@ Zone makeFluteZone(int root, Rate rate)
 
 } // namespace
 
-// The void: a low D that never quite stands still, with the fifth somewhere above it.
+// A low D that is never quite steady, with a fifth far above it.
 XmInstrument makeDrone()
 {
     constexpr int kRoot = noteD(2);
@@ -220,7 +221,7 @@ XmInstrument makeDrone()
     return drone;
 }
 
-// Light through a door that opens and closes by itself.
+// A soft chord sound whose highs slowly come and go.
 XmInstrument makePad()
 {
     constexpr Ensemble kPad{
@@ -233,7 +234,7 @@ XmInstrument makePad()
     return pad;
 }
 
-// From a hum to an open vowel.
+// Voices that begin with a hum and open to a vowel.
 XmInstrument makeChoir()
 {
     constexpr Ensemble kChoir{
@@ -261,7 +262,7 @@ XmInstrument makeStrings()
     return strings;
 }
 
-// The voice that has the tune. It comes to rest before it begins to waver.
+// The instrument that plays the tune. Its vibrato begins late.
 XmInstrument makeLead()
 {
     XmInstrument lead =
@@ -288,7 +289,7 @@ XmInstrument makeFlute()
     return flute;
 }
 
-// Cold air moving somewhere far off: noise with no edge, in two soft ridges.
+// Wind far away: noise around two frequencies.
 XmInstrument makeWind()
 {
     constexpr double kGridHertz = 100.0;

@@ -8,10 +8,10 @@
 // The module without its instruments. The orders are walked in the order of playing, so an echo
 // rings on into the pattern that follows; orders that come out the same share a pattern.
 //
-// A channel's panning goes into the effect column of each note, or where that is taken into its
+// A channel's panning goes into the effect column of each note or, if that is taken, into its
 // volume column. If both are taken, the note sounds from the middle.
 //
 // A pattern that swings has a speed in each row, in the first effect column that is free.
 //
-// Throws ScoreError for a row that has none.
+// Throws ScoreError for a row of such a pattern in which no effect column is free.
 XmModule arrange(const Score& score);

@@ -8,12 +8,12 @@
 // Puts a cell's text over what is there.
 void putCell(const std::string& text, ScoreCell& cell);
 
-// The same with a cell, column by column.
+// Puts a cell over another one, column by column: what it leaves out stays as it is.
 void overlay(ScoreCell& below, const ScoreCell& above);
 
 bool isEmpty(const ScoreCell& cell);
 
 ScoreCell transposed(ScoreCell cell, int semitones);
 
-// A note that sets no volume plays at 64.
+// Multiplies the cell's volume; a note that sets no volume plays at 64.
 ScoreCell softened(ScoreCell cell, int percent);

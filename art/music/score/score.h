@@ -1,5 +1,5 @@
-// A score in memory, as its text says it: blocks are in place; what channels add, their own
-// instruments, panning and echoes, is not there yet.
+// A score in memory, as its text says it: patterns have their blocks in place, but not yet what
+// their channels add, which is instruments, panning and echoes.
 #pragma once
 
 #include "art/music/xm.h"
@@ -18,10 +18,10 @@ struct ScoreEffect {
 // What a cell leaves out is left to its channel.
 struct ScoreCell {
     std::optional<std::uint8_t> note;
-    std::optional<std::uint8_t> instrument; // 0: none, on purpose
+    std::optional<std::uint8_t> instrument; // 0: no instrument, on purpose
     std::optional<std::uint8_t> volume;     // the volume column's byte
     std::optional<ScoreEffect> effect;
-    bool clears = false; // takes away what another block has put there
+    bool clears = false; // first takes away what another block has put there
 };
 
 struct ScoreInstrument {
@@ -38,8 +38,8 @@ struct ScoreEcho {
 
 struct ScoreChannel {
     std::string name;
-    int instrument = 0;         // of notes that name none; 0: they must
-    std::optional<int> panning; // 0 left, 255 right; none: where the sample sits
+    int instrument = 0;         // of notes that name no instrument; 0: each has to
+    std::optional<int> panning; // 0 left, 255 right; empty: as the sample has it
     std::optional<ScoreEcho> echo;
 };
 
@@ -54,7 +54,7 @@ struct ScorePattern {
     std::string name;
     int rows = 0;
     int channels = 0;
-    std::optional<ScoreSwing> swing; // none: the song's speed
+    std::optional<ScoreSwing> swing; // empty: the song's speed
     std::vector<ScoreCell> cells;
 
     [[nodiscard]] ScoreCell& at(int row, int channel)

@@ -15,7 +15,7 @@ namespace {
 constexpr int kPatternRows = 64;
 constexpr int kMaxRows = 256;
 constexpr int kMaxChannels = 32;
-constexpr int kMaxIncludes = 16; // deep
+constexpr int kMaxIncludes = 16; // one within the other
 constexpr std::size_t kAny = SIZE_MAX;
 
 class ScoreReader {
@@ -204,7 +204,7 @@ private:
         int percent = 100;
     };
 
-    // The word's value if it is an option of `play`.
+    // False if `option` is not an option of `play`.
     bool readPlacement(const std::string& option, const std::string& value, Placement& placement)
     {
         if (option == "on") {
@@ -263,7 +263,7 @@ private:
         }
     }
 
-    // A pair of rows keeps its length, so that a bar does.
+    // Two rows together keep their length, and so does a bar.
     void readSwing(const Words& words)
     {
         require(current_ != nullptr && !patternNames_.empty() &&

@@ -1,4 +1,4 @@
-// The words and numbers of a line, and what is said when they are wrong.
+// The words and numbers of a line, and complaints about them.
 #pragma once
 
 #include <optional>

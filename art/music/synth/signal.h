@@ -25,7 +25,8 @@ private:
     std::uint64_t state_;
 };
 
-// A phase that advances by each call's frequency; the waves are band-limited enough for one-shots.
+// A wave that goes on from call to call, at each call's frequency; band-limited well enough for
+// samples that are played once.
 class Oscillator {
 public:
     // `phase` counts cycles; whole ones change nothing.
@@ -65,7 +66,7 @@ private:
     double highOut_ = 0.0;
 };
 
-// exp(-t / seconds): at `seconds` it is down to 37 %.
+// Falls from 1 toward 0; 37 % is left after `seconds`.
 inline double decay(double t, double seconds)
 {
     return std::exp(-t / seconds);

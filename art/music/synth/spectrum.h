@@ -42,9 +42,9 @@ private:
     std::vector<double> sines_;
 };
 
-// A loop behind its onset: `process(value, t)` hears the loop as it would come before its own
-// beginning, and gives way to it over the second half of `seconds`. The loop starts at
-// samplesFor(seconds, rateHz).
+// A loop with an onset of `seconds` in front of it. The onset is what `process(value, t)` makes of
+// the loop as it would sound before its own beginning, cross-faded to the plain loop over its
+// second half. The loop starts at samplesFor(seconds, rateHz).
 template <class Process>
 Signal withOnset(const Signal& loop, double seconds, double rateHz, Process process)
 {
@@ -60,8 +60,8 @@ Signal withOnset(const Signal& loop, double seconds, double rateHz, Process proc
     return result;
 }
 
-// What `process` makes of a loop once it has settled: it hears the loop twice, and the second
-// time is kept.
+// What `process(value, i)` makes of a loop once it has settled: it is given the loop twice, and
+// what it makes of the second time is kept.
 template <class Process>
 Signal settled(const Signal& loop, Process process)
 {

@@ -48,7 +48,7 @@ struct Zone {
 
 constexpr std::size_t kNoLoop = SIZE_MAX;
 
-// Plays once, or repeats from `loopStart` to its end.
+// A sample of the signal, which plays once, or repeats from `loopStart` to its end.
 Zone makeZone(int root, Rate rate, const Signal& signal, std::size_t loopStart = kNoLoop);
 
 // An instrument whose zones follow each other up the keyboard: each serves the notes up to
@@ -60,8 +60,8 @@ XmInstrument makeInstrument(const std::string& name, std::vector<Zone> zones);
 void setEnvelope(XmInstrument& instrument, int attackTicks, int decayTicks, int sustain,
                  int releaseTicks);
 
-// A place that wanders to both sides of the channel's own, turning every `ticks`; `depth` of 32
-// reaches the nearer edge.
+// Panning that wanders to both sides of the channel's own and turns back every `ticks`; a `depth`
+// of 32 reaches the nearer side.
 void setDrift(XmInstrument& instrument, int depth, int ticks);
 
 // A pitch that wavers, in the format's own units, and reaches its depth after `sweepTicks`.

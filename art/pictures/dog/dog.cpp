@@ -1,6 +1,6 @@
-// A dog that looks at you. Its solid form is lit first; then hairs are drawn over it, and on them
-// what is no fur. The scene amplifies what lies under the picture, so this is light, not paint:
-// black leaves the ground as it is.
+// A dog that looks at you. Its solid form is lit first; then hairs are drawn over it, and last
+// eyes, nose and whiskers. The scene amplifies what lies under the picture, so this is light, not
+// paint: black leaves the ground as it is.
 #include "art/pictures/dog/drawing.h"
 #include "art/pictures/dog/eye.h"
 #include "art/pictures/dog/features.h"
@@ -45,7 +45,7 @@ Picture draw(const View& view, const OutputFolder& folder)
 }
 
 // The ground under the picture has darks of its own, so lit fur is brought close to full light and
-// shadows close to none.
+// shadows close to black.
 void printHard(Picture& picture)
 {
     picture.fill([&](int x, int y) {

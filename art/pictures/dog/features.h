@@ -1,4 +1,4 @@
-// What is drawn of the dog's face and not grown: nostrils, mouth and whiskers. Its eyes are in
+// What is drawn into the dog's face line by line: nostrils, mouth and whiskers. Its eyes are in
 // eye.h.
 #pragma once
 

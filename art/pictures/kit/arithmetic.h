@@ -3,8 +3,9 @@
 #include <glm/gtc/constants.hpp>
 #include <glm/vec2.hpp>
 
-// Of floats, but by the functions for doubles, rounded: between machines these differ only where a
-// float hardly ever shows it, which the functions for floats do not promise. Angles are in radians.
+// The functions of the standard library for doubles, with their results rounded to floats: what
+// differs from machine to machine is then too small to show, which is not so with the functions for
+// floats. Angles are in radians.
 float power(float x, float exponent);
 float sine(float angle);
 float cosine(float angle);

@@ -8,13 +8,13 @@
 // A colour from its three bytes, as 0xRRGGBB.
 glm::vec3 colour(unsigned code);
 
-// The colour at t (0 to 1) on a road through evenly spaced colours.
+// The colour at t (0 to 1) on the way through these colours, which are evenly spaced.
 glm::vec3 ramp(std::span<const glm::vec3> colours, float t);
 
 // 0 below `from`, 1 above `to`, a soft step between; `from` may be the larger one.
 float softStep(float from, float to, float x);
 
-// How large the largest of the three is.
+// The largest of its three channels.
 float brightest(glm::vec3 pixel);
 
 // The direction a surface faces at a pixel: x right, y down, z toward the viewer; unit length.

@@ -16,7 +16,7 @@ float noise(glm::vec2 place, glm::ivec2 period, int seed);
 // The finest one may have 256 cells in the period.
 float fractalNoise(glm::vec2 place, glm::ivec2 period, int octaves, int seed);
 
-// The same of ridges: from 0 to 1, with sharp crests where the noise crosses zero.
+// Octaves of ridges: from 0 to 1, with sharp crests where the noise crosses zero.
 float ridgedNoise(glm::vec2 place, glm::ivec2 period, int octaves, int seed);
 
 // The feature point nearest to a place. Each cell has one, `jitter` (0 to 1) off its middle.

@@ -8,7 +8,8 @@
 // size, and the mean and the peak of its pixels' brightest channel.
 class OutputFolder {
 public:
-    // `stages` is the folder for pictures on the way to the finished one; empty keeps none.
+    // `stages` is the folder for pictures on the way to the finished one; if it is empty, none are
+    // kept.
     explicit OutputFolder(std::string path, std::string stages = {})
         : path_(std::move(path)), stages_(std::move(stages))
     {
@@ -26,6 +27,6 @@ private:
     std::string stages_;
 };
 
-// The frame of every picture program, `make_NAME OUTPUT_FOLDER [STAGES_FOLDER]`. Returns its exit
-// status.
+// What every picture program does in main: `make_NAME OUTPUT_FOLDER [STAGES_FOLDER]`. Returns its
+// exit status.
 int runPictureProgram(int argc, char** argv, void (*makePictures)(const OutputFolder&));
