@@ -102,6 +102,9 @@ TEST(FrameRate, CountsFromTheFirstFrame)
         EXPECT_EQ(row.rate.firstFrameFrom(row.microseconds), row.frame) << row.microseconds;
         EXPECT_EQ(row.rate.samplesBefore(row.frame), row.samples) << row.microseconds;
         EXPECT_EQ(row.rate.frameAt(row.microseconds), row.frameAt) << row.microseconds;
+        // The moment itself is heard, and the sample after it a frame later.
+        EXPECT_EQ(row.rate.firstFrameHearing(row.samples), row.frame) << row.samples;
+        EXPECT_EQ(row.rate.firstFrameHearing(row.samples + 1), row.frame + 1) << row.samples;
     }
 }
 

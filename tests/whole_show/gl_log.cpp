@@ -5,8 +5,6 @@
 #include <GL/gl.h>
 #include <array>
 #include <bit>
-#include <cstdarg>
-#include <cstdio>
 #include <set>
 #include <vector>
 
@@ -60,16 +58,6 @@ unsigned long long fingerprint(const void* pixels, GLsizei width, GLsizei height
 void resetGl()
 {
     gl = {};
-}
-
-std::string text(const char* format, ...)
-{
-    std::array<char, 256> buffer{};
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
-    va_end(arguments);
-    return buffer.data();
 }
 
 // A call that is told, and one that sets state: that is told only before the frames.

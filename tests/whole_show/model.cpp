@@ -7,10 +7,12 @@
 #include "reference/plain_zoom_blur.h"
 #include "tests/whole_show/gl_log.h"
 #include "tests/whole_show/pictures.h"
+#include "virtual/timing.h"
 
 #include <GL/gl.h>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
 
@@ -33,7 +35,6 @@ constexpr int kRows = 34;
 
 std::vector<float> gridTexCoords;
 float gridAlpha;
-std::uint64_t randomState;
 Calls calls; // what the log has told since the pass began
 
 // What a float field keeps of a formula.
@@ -304,11 +305,11 @@ struct LogoScene : Scene {
         draw({kLogo, 0, 176, 256, 128});
         blend(GL_DST_COLOR, GL_ONE);
         draw({kDog, 128, 30, 512, 256});
-        const int a = nextRandom(randomState) & 7;
-        const int b = nextRandom(randomState) & 7;
+        const int a = std::rand() & 7;
+        const int b = std::rand() & 7;
         draw({kDog, 125 + a, 27 + b, 512, 256});
-        const int c = nextRandom(randomState) & 15;
-        const int d = nextRandom(randomState) & 15;
+        const int c = std::rand() & 15;
+        const int d = std::rand() & 15;
         draw({kDog, 121 + c, 23 + d, 512, 256});
         blend(GL_SRC_ALPHA, GL_ONE);
     }
@@ -382,13 +383,12 @@ struct TubeScene : Scene {
 
     TubeScene()
     {
-        std::uint64_t state = kSeed;
-        const std::array scroll = {nextRandom(state), nextRandom(state), nextRandom(state),
-                                   nextRandom(state)};
+        std::srand(kFirstTimeOfDay);
+        const std::array scroll = {std::rand(), std::rand(), std::rand(), std::rand()};
         tube.setScroll(scroll);
         for (Quad& line : lines) {
-            const int x = nextRandom(state) % 384;
-            line = {kGreetings, x, nextRandom(state) % 220, 256, 51, 0.0F, 10.0F};
+            const int x = std::rand() % 384;
+            line = {kGreetings, x, std::rand() % 220, 256, 51, 0.0F, 10.0F};
         }
     }
 
@@ -485,8 +485,9 @@ void beginModel()
     current = 0;
     gridTexCoords.assign(std::size_t{kRows} * 4 * (kColumns + 2), 0.0F);
     gridAlpha = 1.0F;
-    randomState = kSeed;
+    std::srand(kFirstTimeOfDay);
     resetGl();
+    glClear(GL_COLOR_BUFFER_BIT); // what is told from here on is frames
     blend(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 

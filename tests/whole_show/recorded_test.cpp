@@ -43,20 +43,12 @@ XmModule scenes(const std::string& rows)
     return scriptedModule(1, cues);
 }
 
-// The first frame at the beginning of a row or after it.
-std::size_t frameOf(int row, const FrameRate& rate)
-{
-    const auto sample = static_cast<std::uint64_t>(row) * kSamplesPerRow;
-    const std::uint64_t unit = 44100 * rate.seconds;
-    return (sample * rate.frames + unit - 1) / unit;
-}
-
 // A letter for each frame of the rows, as many as begin during them.
 std::string perFrame(const std::string& letterOfRow, const FrameRate& rate)
 {
     std::string text;
     for (std::size_t row = 0; row < letterOfRow.size(); ++row) {
-        text.resize(frameOf(static_cast<int>(row) + 1, rate), letterOfRow[row]);
+        text.resize(frameThatHears(0, static_cast<int>(row) + 1, rate), letterOfRow[row]);
     }
     return text;
 }
@@ -195,7 +187,7 @@ TEST(Recorded, IsTheSameEachTimeAtAnyRateAndFromAnywhere)
     const Lines part = studio.list("--fps 60 --from 0.3333 --to 1.2");
     EXPECT_EQ(part, Lines(all.begin() + 20, all.begin() + 72));
     const Lines thrice = studio.list("--fps 180 --to 0.5");
-    for (std::size_t i = 0; i < frameOf(4, {60, 1}); ++i) {
+    for (std::size_t i = 0; i < frameThatHears(0, 4, {60, 1}); ++i) {
         EXPECT_EQ(thrice.at(3 * i).picture, all.at(i).picture) << i;
     }
     // The show's own music, with all that a player rounds.

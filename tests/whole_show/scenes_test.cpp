@@ -3,10 +3,12 @@
 
 #include "tests/whole_show/model.h"
 #include "tests/whole_show/stage.h"
+#include "virtual/row_walk.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
+#include <sstream>
 
 namespace {
 
@@ -88,23 +90,48 @@ Script longTube()
     return script;
 }
 
-void expectTheModelsFrames(Script script, int framesPerSecond)
+// Puts the show's end into the script's next row, and orders behind it so that nothing is repeated
+// within the last frame.
+XmModule moduleOf(Script& script)
 {
     script.cue(0, 8);
-    const int orders = script.row / kRowsPerOrder + 2; // no repetition within the last frame
-    const Outcome outcome = perform(
-        {.module = scriptedModule(orders, script.cues), .framesPerSecond = framesPerSecond});
-    std::map<int, std::vector<int>> heard; // by frame
-    for (const Cue& cue : script.cues) {
-        heard[frameThatHears(cue.order, cue.row, framesPerSecond)].push_back(cue.value);
+    return scriptedModule(script.row / kRowsPerOrder + 2, script.cues);
+}
+
+// What each frame hears, by its number.
+using Heard = std::map<std::uint64_t, std::vector<int>>;
+
+Heard heardFrom(const XmModule& module, const std::vector<Cue>& cues, const FrameRate& rate)
+{
+    const std::vector<std::uint8_t> bytes = writeXm(module);
+    std::istringstream file(std::string(bytes.begin(), bytes.end()));
+    RowWalk walk(file);
+    std::map<std::pair<int, int>, std::uint64_t> samples; // by order and row
+    while (walk.next()) {
+        const RowStart& row = walk.row();
+        samples[{row.order, row.row}] = static_cast<std::uint64_t>(row.sample);
     }
-    ASSERT_EQ(static_cast<int>(outcome.frames.size()), heard.rbegin()->first);
+    Heard heard;
+    for (const Cue& cue : cues) {
+        heard[rate.firstFrameHearing(samples.at({cue.order, cue.row}))].push_back(cue.value);
+    }
+    return heard;
+}
+
+void expectTheModelsFrames(const XmModule& module, const std::vector<Cue>& cues,
+                           int framesPerSecond)
+{
+    const FrameRate rate{static_cast<std::uint64_t>(framesPerSecond), 1};
+    const Outcome outcome = perform({.module = module, .framesPerSecond = framesPerSecond});
+    Heard heard = heardFrom(module, cues, rate);
+    const std::uint64_t last = heard.rbegin()->first; // draws nothing
+    ASSERT_EQ(outcome.frames.size(), last + 1);
 
     beginModel();
-    for (int number = 1; number < heard.rbegin()->first; ++number) {
-        const int milliseconds = (number - 1) * 1000 / framesPerSecond;
+    for (std::uint64_t number = 0; number < last; ++number) {
+        const auto milliseconds = static_cast<double>(rate.momentOf(number, 1000));
         const Calls wanted = modelPass(heard[number], static_cast<float>(milliseconds / 1000.0));
-        const Calls& made = outcome.frames[static_cast<std::size_t>(number - 1)];
+        const Calls& made = outcome.frames[number];
         const auto [want, make] =
             std::mismatch(wanted.begin(), wanted.end(), made.begin(), made.end());
         ASSERT_TRUE(want == wanted.end() && make == made.end())
@@ -112,6 +139,13 @@ void expectTheModelsFrames(Script script, int framesPerSecond)
             << "\n  drawn:  " << (make == made.end() ? "nothing more" : *make)
             << "\n  wanted: " << (want == wanted.end() ? "nothing more" : *want);
     }
+    EXPECT_EQ(outcome.frames.back(), Calls());
+}
+
+void expectTheModelsFrames(Script script, int framesPerSecond)
+{
+    const XmModule module = moduleOf(script);
+    expectTheModelsFrames(module, script.cues, framesPerSecond);
 }
 
 } // namespace
@@ -136,4 +170,21 @@ TEST(Scenes, DropEventsThatFindNoRoom)
 TEST(Scenes, GoOnPastTheRangeOfScrollPositions)
 {
     expectTheModelsFrames(longTube(), 3);
+}
+
+// Ticks of many lengths, and rows of one tick to twelve.
+TEST(Scenes, HearRowsOfEveryLength)
+{
+    Script script = switches();
+    XmModule module = moduleOf(script);
+    int number = 0;
+    for (XmPattern& pattern : module.patterns) {
+        for (int row = 0; row < kRowsPerOrder; ++row, ++number) {
+            pattern.at(row, 4) = {.effect = kXmEffectSpeed,
+                                  .parameter = static_cast<std::uint8_t>(1 + number % 12)};
+            pattern.at(row, 5) = {.effect = kXmEffectSpeed,
+                                  .parameter = static_cast<std::uint8_t>(255 - number % 200)};
+        }
+    }
+    expectTheModelsFrames(module, script.cues, 30);
 }

@@ -53,7 +53,7 @@ void writePictures(const fs::path& folder, const Performance& performance)
     set("LD_PRELOAD", KSO_STAND_IN);
     set("STAND_IN_LOG", (folder / "log").string());
     set("STAND_IN_FPS", std::to_string(performance.framesPerSecond));
-    set("STAND_IN_FRAMES", std::to_string(performance.lastFrame));
+    set("STAND_IN_FRAMES", std::to_string(performance.frameCount));
     set("STAND_IN_EVENTS", performance.events);
     set("STAND_IN_FAIL", performance.failingCall);
 
@@ -85,12 +85,6 @@ void splitLog(const std::string& log, Outcome& outcome)
 }
 
 } // namespace
-
-int frameThatHears(int order, int row, int framesPerSecond)
-{
-    const int sample = (order * kRowsPerOrder + row) * kSamplesPerRow;
-    return sample * framesPerSecond / 44100 + 2;
-}
 
 Outcome perform(const Performance& performance)
 {

@@ -8,15 +8,11 @@
 #include <string>
 #include <vector>
 
-// The frame, counted from 1, that is the first to hear a row: the samples of a pass are fed at its
-// end, so what happens in them reaches the next frame.
-int frameThatHears(int order, int row, int framesPerSecond);
-
 struct Performance {
     std::vector<std::string> arguments = {"-window"};
     std::optional<XmModule> module = scriptedModule(1, {}); // none: the file is missing
     int framesPerSecond = 60;
-    int lastFrame = 0;            // the window is closed after it; 0 never
+    int frameCount = 0;           // the window is closed after so many; 0 never
     std::string events = {};      // see stand_in.cpp
     std::string failingCall = {}; // see stand_in.cpp
     std::string moduleBytes = {}; // instead of `module`, if not empty

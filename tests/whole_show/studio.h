@@ -2,7 +2,7 @@
 #pragma once
 
 #include "art/music/xm.h"
-#include "tools/capture/frame_rate.h"
+#include "virtual/timing.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -42,8 +42,8 @@ Function original(const char* name)
 
 bool softwareOnly()
 {
-    const char* const wish = std::getenv("LIBGL_ALWAYS_SOFTWARE");
-    return wish != nullptr && (std::strcmp(wish, "1") == 0 || std::strcmp(wish, "true") == 0);
+    const char* const value = std::getenv("LIBGL_ALWAYS_SOFTWARE");
+    return value != nullptr && (std::strcmp(value, "1") == 0 || std::strcmp(value, "true") == 0);
 }
 
 // The displays behind EGL's devices, GPUs before the processor.
@@ -73,7 +73,7 @@ std::vector<EGLDisplay> displays()
 bool openOn(EGLDisplay display)
 {
     // clang-format off
-    constexpr std::array kConfigWishes = {
+    constexpr std::array kConfigAttributes = {
         EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
         EGL_DEPTH_SIZE, 24, EGL_SAMPLE_BUFFERS, 0, EGL_NONE};
     // clang-format on
@@ -82,7 +82,7 @@ bool openOn(EGLDisplay display)
     std::array<EGLConfig, kMostConfigs> configs{};
     EGLint count = 0;
     if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
-        eglChooseConfig(display, kConfigWishes.data(), configs.data(), kMostConfigs, &count) ==
+        eglChooseConfig(display, kConfigAttributes.data(), configs.data(), kMostConfigs, &count) ==
             EGL_FALSE) {
         return false;
     }

@@ -2,8 +2,8 @@
 // its sound.
 #pragma once
 
-#include "tools/capture/frame_rate.h"
 #include "tools/capture/packets.h"
+#include "virtual/timing.h"
 
 #include <cstdint>
 #include <functional>

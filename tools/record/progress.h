@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/capture/frame_rate.h"
+#include "virtual/timing.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // What a recording shall be, as the command line says it.
 #pragma once
 
-#include "tools/capture/frame_rate.h"
 #include "tools/capture/picture_size.h"
+#include "virtual/timing.h"
 
 #include <cstdint>
 #include <filesystem>

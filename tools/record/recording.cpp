@@ -47,10 +47,8 @@ std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
     if (options.endFrame()) {
         return options.endFrame();
     }
-    const std::optional<double> seconds = expectedSeconds(options);
-    return seconds ? std::optional(options.rate.frameAt(
-                         static_cast<std::uint64_t>(*seconds * kMicrosecondsPerSecond)))
-                   : std::nullopt;
+    const std::optional<std::uint64_t> samples = expectedSamples(options);
+    return samples ? std::optional(options.rate.firstFrameHearing(*samples)) : std::nullopt;
 }
 
 } // namespace

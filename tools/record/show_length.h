@@ -2,8 +2,9 @@
 
 #include "tools/record/record_options.h"
 
+#include <cstdint>
 #include <optional>
 
-// Roughly how many seconds the show will last, by its module: from the scene that it starts with to
-// the effect that ends it. None when the module does not tell.
-std::optional<double> expectedSeconds(const RecordOptions& options);
+// How many samples the show will last, by its module: from the order that it starts with to the
+// effect that ends it. None when the module does not tell.
+std::optional<std::uint64_t> expectedSamples(const RecordOptions& options);

@@ -5,9 +5,9 @@
 #include "sound/module.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <exception>
 #include <fstream>
 #include <libopenmpt/libopenmpt.hpp>
 #include <memory>
@@ -16,11 +16,6 @@
 #include <utility>
 
 namespace {
-
-// As in the mixer: the player tells its position as of the end of what it rendered last. No row is
-// as short as this.
-constexpr std::size_t kPieceSamples = 32;
-constexpr std::int64_t kLongest = std::int64_t{3600} * kMixRateHz;
 
 const char* inWords(SoundError error)
 {
@@ -38,188 +33,73 @@ const char* inWords(SoundError error)
     }
 }
 
-bool isAt(const openmpt::module& player, const RowStart& row)
+// Takes the row's effects. Returns the scene that is chosen by the row's end.
+int takeRow(const RowWalk& walk, int scene, Script& script)
 {
-    return player.get_current_order() == row.order && player.get_current_row() == row.row;
+    const RowStart& row = walk.row();
+    script.rows.push_back(row);
+    const std::vector<RowEffect> effects = walk.effects();
+    for (const RowEffect& effect : effects) {
+        scene = cues::isEvent(effect.value) ? scene : effect.value;
+    }
+    for (const auto& [channel, value] : effects) {
+        script.cues.push_back({row.sample, row.order, row.row, channel, value, scene});
+    }
+    return scene;
 }
 
-// Plays the file as it stands, behind the player that is listened to, to find where rows begin and
-// in which channels their effects are.
-class Follower {
-public:
-    explicit Follower(std::ifstream&& file) : player_(file, noLog_)
-    {
-        player_.set_repeat_count(-1);
-        // Nobody hears it.
-        player_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 1);
-    }
-
-    // The sample at which `row` begins, which is known to lie in the piece that ends at `end`. The
-    // first row is there before anything is played.
-    std::int64_t findStart(const RowStart& row, std::int64_t end)
-    {
-        while (at_ < end - static_cast<std::int64_t>(kPieceSamples)) {
-            advance(end - static_cast<std::int64_t>(kPieceSamples) - at_);
-        }
-        while (at_ < end && !isAt(player_, row)) {
-            advance(1);
-        }
-        return std::max<std::int64_t>(at_ - 1, 0);
-    }
-
-    // The channels of the current row's Zxx effects.
-    [[nodiscard]] std::vector<int> effectChannels() const
-    {
-        std::vector<int> channels;
-        const int pattern = player_.get_current_pattern();
-        const int row = player_.get_current_row();
-        for (int channel = 0; channel < player_.get_num_channels(); ++channel) {
-            if (player_.format_pattern_row_channel_command(
-                    pattern, row, channel, openmpt::module::command_effect) == "Z") {
-                channels.push_back(channel);
-            }
-        }
-        return channels;
-    }
-
-private:
-    void advance(std::int64_t samples)
-    {
-        const auto count = std::min(static_cast<std::size_t>(samples), unheard_.size());
-        player_.read(kMixRateHz, count, unheard_.data());
-        at_ += static_cast<std::int64_t>(count);
-    }
-
-    std::ostream noLog_{nullptr};
-    openmpt::module player_;
-    std::array<float, 4096> unheard_{};
-    std::int64_t at_ = 0;
-};
-
-// Collects the levels of a sound that comes piece by piece.
-class LevelMeter {
-public:
-    // `samples` are left and right in turn.
-    void listen(std::span<const float> samples, std::vector<Level>& levels)
-    {
-        for (const float sample : samples) {
-            peak_ = std::max(peak_, std::abs(sample));
-            energy_ += static_cast<double>(sample) * static_cast<double>(sample);
-            if (++heard_ == kLevelSamples * kMixChannels) {
-                finish(levels);
-            }
-        }
-    }
-
-    void finish(std::vector<Level>& levels)
-    {
-        if (heard_ > 0) {
-            const double meanSquare = energy_ / static_cast<double>(heard_);
-            levels.push_back({peak_, static_cast<float>(std::sqrt(meanSquare))});
-        }
-        *this = {};
-    }
-
-private:
-    float peak_ = 0.0F;
-    double energy_ = 0.0;
-    std::int64_t heard_ = 0;
-};
-
-class ScriptReader {
-public:
-    ScriptReader(FMUSIC_MODULE& module, Follower& follower) : module_(module), follower_(follower)
-    {
-        // The player knows when it is about to repeat itself.
-        module_.player.set_repeat_count(0);
-        module_.player.ctl_set_text("play.at_end", "stop");
-    }
-
-    Script read()
-    {
-        script_.title = module_.player.get_metadata("title");
-        while (readPiece()) {
-        }
-        meter_.finish(script_.levels);
-        return std::move(script_);
-    }
-
-private:
-    // False at the end.
-    bool readPiece()
-    {
-        std::array<float, kPieceSamples * kMixChannels> piece{};
-        std::size_t count =
-            module_.player.read_interleaved_stereo(kMixRateHz, kPieceSamples, piece.data());
-        const std::int64_t begin = script_.samples;
-        script_.samples += static_cast<std::int64_t>(count);
-
-        // Behind its last row the player stands on the next one already.
-        bool goesOn = count == kPieceSamples;
-        if (goesOn && rowIsNew() && !readRow()) {
-            script_.end = ScriptEnd::kValue;
-            script_.samples = script_.rows.back().sample;
-            count = static_cast<std::size_t>(script_.samples - begin);
-            goesOn = false;
-        } else if (script_.samples >= kLongest) {
-            script_.end = ScriptEnd::kTooLong;
-            goesOn = false;
-        }
-        meter_.listen(std::span(piece).first(count * kMixChannels), script_.levels);
-        return goesOn;
-    }
-
-    [[nodiscard]] bool rowIsNew() const
-    {
-        return script_.rows.empty() || !isAt(module_.player, script_.rows.back());
-    }
-
-    // Takes the row where the player is now. False if it ends the show.
-    bool readRow()
-    {
-        RowStart row{0, module_.player.get_current_order(), module_.player.get_current_row()};
-        row.sample = follower_.findStart(row, script_.samples);
-        script_.rows.push_back(row);
-
-        const std::size_t first = script_.cues.size();
-        addCues(row);
-        const std::span<Cue> cues = std::span(script_.cues).subspan(first);
-        for (const Cue& cue : cues) {
-            if (!cues::isEvent(cue.value)) {
-                scene_ = cue.value;
-            }
-        }
-        for (Cue& cue : cues) {
-            cue.scene = scene_;
-        }
-        return scene_ != cues::kEndOfShow;
-    }
-
-    void addCues(const RowStart& row)
-    {
-        const std::pair here(module_.player.get_current_pattern(), row.row);
-        const auto place = [](const ZxxCell& cell) {
-            return std::pair<int, int>(cell.pattern, cell.row);
-        };
-        const auto first = std::ranges::lower_bound(module_.zxxCells, here, {}, place);
-        const auto last = std::ranges::upper_bound(module_.zxxCells, here, {}, place);
-        const std::span<const ZxxCell> cells(first, last);
-        if (cells.empty()) {
+void takeRows(RowWalk& walk, Script& script)
+{
+    int scene = 0;
+    while (walk.next()) {
+        scene = takeRow(walk, scene, script);
+        if (scene == cues::kEndOfShow) {
+            script.end = ScriptEnd::kValue;
+            script.samples = walk.row().sample;
             return;
         }
-        const std::vector<int> channels = follower_.effectChannels(); // in the cells' order
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const int channel = i < channels.size() ? channels[i] : 0;
-            script_.cues.push_back({row.sample, row.order, row.row, channel, cells[i].parameter});
-        }
     }
+    script.samples = walk.samples();
+    script.end = walk.samples() < RowWalk::kLongest ? ScriptEnd::kPlayed : ScriptEnd::kTooLong;
+}
 
-    FMUSIC_MODULE& module_;
-    Follower& follower_;
-    LevelMeter meter_;
-    Script script_;
-    int scene_ = 0;
-};
+// `samples` are left and right in turn.
+Level levelOf(std::span<const float> samples)
+{
+    float peak = 0.0F;
+    double energy = 0.0;
+    for (const float sample : samples) {
+        peak = std::max(peak, std::abs(sample));
+        energy += static_cast<double>(sample) * static_cast<double>(sample);
+    }
+    return {peak, static_cast<float>(std::sqrt(energy / static_cast<double>(samples.size())))};
+}
+
+// Plays the module on for as many samples as `stretch` has, in pieces as small as the show's
+// mixer's, since the player rounds a little differently with the lengths that it is asked for.
+void play(openmpt::module& player, std::span<float> stretch)
+{
+    constexpr std::size_t kPieceSamples = std::size_t{32} * kMixChannels;
+    while (!stretch.empty()) {
+        const std::span<float> piece = stretch.first(std::min(kPieceSamples, stretch.size()));
+        player.read_interleaved_stereo(kMixRateHz, piece.size() / kMixChannels, piece.data());
+        stretch = stretch.subspan(piece.size());
+    }
+}
+
+// Plays the module from its beginning for so many samples.
+std::vector<Level> levelsOf(openmpt::module& player, std::int64_t samples)
+{
+    std::vector<Level> levels;
+    std::vector<float> stretch(kLevelSamples * kMixChannels);
+    for (std::int64_t at = 0; at < samples; at += kLevelSamples) {
+        stretch.resize(static_cast<std::size_t>(std::min(kLevelSamples, samples - at)) *
+                       kMixChannels);
+        play(player, stretch);
+        levels.push_back(levelOf(stretch));
+    }
+    return levels;
+}
 
 } // namespace
 
@@ -230,9 +110,14 @@ Script readScript(const std::string& path)
         throw ScriptError(path + ": " + inWords(error));
     }
     try {
-        const auto follower = std::make_unique<Follower>(std::ifstream(path, std::ios::binary));
-        return ScriptReader(*module, *follower).read();
-    } catch (const openmpt::exception& fault) {
+        std::ifstream file(path, std::ios::binary);
+        RowWalk walk(file);
+        Script script;
+        script.title = module->player.get_metadata("title");
+        takeRows(walk, script);
+        script.levels = levelsOf(module->player, script.samples);
+        return script;
+    } catch (const std::exception& fault) {
         throw ScriptError(path + ": " + fault.what());
     }
 }

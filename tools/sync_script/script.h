@@ -1,20 +1,15 @@
 // The show's script: what its module tells the picture, and when.
 //
-// The module is played through with the player that the show plays it with, and a row counts as
-// new when the show's mixer would count it. Times are in samples at kMixRateHz from the beginning
-// on; order -1 is none.
+// Times are in samples at kMixRateHz from the beginning on, as RowWalk finds them; order -1 is
+// none.
 #pragma once
+
+#include "virtual/row_walk.h"
 
 #include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-struct RowStart {
-    std::int64_t sample = 0;
-    int order = 0;
-    int row = 0;
-};
 
 // One Zxx effect.
 struct Cue {

@@ -1,0 +1,105 @@
+#include "virtual/world.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr std::uint64_t kMillisecondsPerSecond = 1000;
+
+} // namespace
+
+World::World(WorldSettings settings, Sink& sink) : settings_(std::move(settings)), sink_(sink)
+{
+}
+
+std::uint32_t World::look()
+{
+    if (!lastWasShown_) {
+        sink_.picture(frame_ - 1);
+        lastWasShown_ = true;
+    }
+    // Nobody can tell the first frame from what comes before it, so each look until it is over
+    // hears one sample, and the last one's counts.
+    if (frame_ == 0) {
+        heard_ = 0;
+    }
+    hearUntil(settings_.rate.samplesBefore(frame_) + 1);
+    const std::uint64_t elapsed = settings_.rate.momentOf(frame_, kMillisecondsPerSecond);
+    return settings_.firstTicks + delayed_ + static_cast<std::uint32_t>(elapsed);
+}
+
+std::time_t World::timeOfDay() const
+{
+    return static_cast<std::time_t>(kFirstTimeOfDay + settings_.rate.momentOf(frame_, 1));
+}
+
+void World::sleep(std::uint32_t milliseconds)
+{
+    delayed_ += frame_ == 0 ? milliseconds : 0;
+}
+
+bool World::openAudio(const SDL_AudioSpec& wanted)
+{
+    if (wanted.freq != static_cast<int>(kSamplesPerSecond) || wanted.format != AUDIO_S16SYS ||
+        wanted.channels != kSoundChannels) {
+        std::fputs("kso: only 44100 Hz, 16 bits and stereo are played\n", stderr);
+        return false;
+    }
+    audio_ = wanted;
+    audioPlays_ = false;
+    return true;
+}
+
+void World::swap()
+{
+    if (!isShown_) {
+        sink_.picture(frame_);
+        isShown_ = true;
+    }
+}
+
+std::optional<Uint8> World::nextEvent()
+{
+    if (closesNow()) {
+        hearUntil(settings_.rate.samplesBefore(*settings_.end));
+        isClosed_ = true;
+        return settings_.closingEvent;
+    }
+    const auto next = settings_.events.begin();
+    if (next != settings_.events.end() && next->first <= frame_) {
+        return settings_.events.extract(next).mapped();
+    }
+    endPass();
+    return std::nullopt;
+}
+
+bool World::closesNow() const
+{
+    const bool isLast = frame_ + 1 == settings_.end && isShown_;
+    return settings_.end && (isLast || frame_ >= *settings_.end) && !isClosed_;
+}
+
+void World::endPass()
+{
+    sink_.passEnds(frame_);
+    lastWasShown_ = isShown_;
+    isShown_ = false;
+    ++frame_;
+}
+
+// Plays the sound on, to this many samples after the first frame's moment.
+void World::hearUntil(std::uint64_t sample)
+{
+    if (sample <= heard_) {
+        return;
+    }
+    samples_.assign((sample - heard_) * kSoundChannels, 0);
+    for (std::size_t i = 0; audio_ && audioPlays_ && i < samples_.size(); i += kSoundChannels) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as SDL's callbacks want it
+        audio_->callback(audio_->userdata, reinterpret_cast<Uint8*>(&samples_[i]),
+                         kSoundChannels * sizeof samples_[i]);
+    }
+    sink_.sound(heard_, samples_);
+    heard_ = sample;
+}
