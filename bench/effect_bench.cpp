@@ -1,3 +1,4 @@
+#include "base/view.h"
 #include "bench/rows.h"
 #include "reference/plain_bump_tube.h"
 #include "reference/plain_grid_warp.h"
@@ -42,6 +43,8 @@ private:
 void addWarpRow()
 {
     constexpr const char* kRow = "warp 80x34";
+    constexpr int kColumns = 80;
+    constexpr int kRows = 34;
     struct Stage {
         GridMesh grid;
         GridWarp warp;
@@ -50,13 +53,13 @@ void addWarpRow()
         FrameTimes times;
     };
     auto stage = std::make_shared<Stage>();
-    stage->grid.setProjection(640, 272, 60.0F);
-    stage->grid.build(0, 0, 640, 272, 80, 34, 10.0F);
+    stage->grid.setProjection(kViewWidth, kViewHeight, kFieldOfView);
+    stage->grid.build(0, 0, kViewWidth, kViewHeight, kColumns, kRows, 10.0F);
     stage->warp.setGrid(&stage->grid);
-    const auto floats = static_cast<std::size_t>(34 * stage->grid.stripStride());
+    const auto floats = static_cast<std::size_t>(kRows * stage->grid.stripStride());
     std::fill_n(stage->grid.texCoords(), floats, 0.0F);
     stage->plainCoords.assign(floats, 0.0F);
-    stage->plain = {80, 34, stage->plainCoords.data()};
+    stage->plain = {kColumns, kRows, stage->plainCoords.data()};
 
     stage->warp.apply(23.45F);
     plainWarp(stage->plain, 23.45F);

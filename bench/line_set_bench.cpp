@@ -83,7 +83,7 @@ struct Stage {
             bitmap->clear();
         }
         lines.setTarget(canvas.getPixels(), staging.width, staging.height);
-        plain = std::make_unique<PlainFigure>(lines.vertices());
+        plain = std::make_unique<PlainFigure>(plainCurve(kVertices, staging.style));
         plainBitmap = {plainCanvas.getPixels(), plainCanvas.getWidth(), plainCanvas.getHeight()};
     }
 
@@ -300,7 +300,7 @@ void addTransformRow(const Staging& staging)
     auto stage = std::make_shared<Stage>(staging);
     stage->place(staging.frames[1]);
     stage->plain->transform(staging.frames[1].angles, staging.frames[1].position);
-    const auto samePlace = [](const LineVertex& a, const LineVertex& b) {
+    const auto samePlace = [](const LineVertex& a, const PlainVertex& b) {
         return a.x == b.x && a.y == b.y && a.z == b.z;
     };
     const auto own = stage->lines.transformed();

@@ -103,7 +103,7 @@ void addLoadRow(const Kind& kind, unsigned size)
     Bitmap bitmap;
     bitmap.load(file->path(), 32);
     const PlainPicture plain = plainConvert(plainReadTga(file->path()), 32);
-    requireSame(samePixels(bitmap, plain.pixels.get()), row.c_str());
+    requireSame(samePixels(bitmap, plain.pixels.data()), row.c_str());
 
     addForm(row, "kso", [file] { Bitmap{}.load(file->path(), 32); });
     addForm(row, "plain", [file] { plainConvert(plainReadTga(file->path()), 32); });

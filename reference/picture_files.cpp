@@ -62,7 +62,7 @@ Bytes makeTga(const TgaShape& shape, const Bytes& pixels)
                    low(shape.entries),
                    high(shape.entries),
                    24,
-                   1, // the origin's place, which nobody asks for
+                   1, // the origin's position, which no reader looks at
                    2,
                    3,
                    4,
@@ -112,7 +112,7 @@ Bytes makePixels(std::size_t count, std::size_t size, std::size_t run)
 
 TemporaryFile::TemporaryFile(const Bytes& bytes) : file_{std::tmpfile()}
 {
-    // A vector of nothing has no address to write from.
+    // An empty vector has no address to write from.
     const std::size_t count = bytes.size();
     if (file_ == nullptr ||
         (count > 0 && std::fwrite(bytes.data(), 1, count, file_.get()) != count) ||

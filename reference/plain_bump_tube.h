@@ -14,23 +14,25 @@ struct PlainTubeVertex {
 
 class PlainTube {
 public:
+    // A tube along the z axis, from the eye into the distance.
     PlainTube(int slices, int stacks, float radius, float length);
 
-    // The scroll positions of both maps as x, y, x, y in 16.16 texels.
+    // Where both maps are scrolled to: x, y, x, y, in texels as 16.16 fixed point.
     void setScroll(const std::array<std::int32_t, 4>& positions) { scroll_ = positions; }
 
-    // Bulges the tube by two maps of 1024 x 1024 texels at the scroll positions, then moves these
-    // to where they are at `time`.
+    // Bulges the tube by two maps of 1024 x 1024 heights, scrolled as they were left, then scrolls
+    // them to where they are after `time` seconds.
     void bulge(float time, const std::uint8_t* map1, const std::uint8_t* map2);
 
-    // Ring after ring; s and t are the base texture's in the rest, the light's in the bulged ones.
+    // The vertices before and after bulging, ring after ring; s and t are the base texture's in
+    // rest() and the light texture's in bulged().
     [[nodiscard]] const std::vector<PlainTubeVertex>& rest() const { return rest_; }
     [[nodiscard]] const std::vector<PlainTubeVertex>& bulged() const { return bulged_; }
 
-    // The place of a vertex in all of these, both indices wrapped around.
+    // The place of a vertex in both; columns and rings wrap around.
     [[nodiscard]] std::size_t index(int column, int ring) const;
 
-    // The t of the first pass, which moves along the tube.
+    // The base texture's t, which moves along the tube.
     [[nodiscard]] static float baseT(float restT, float time);
 
 private:

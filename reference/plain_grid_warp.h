@@ -10,6 +10,8 @@ struct PlainGrid {
     float* texCoords; // borrowed
 };
 
+// Write the coordinates of every point as they are after so many seconds; the fast ones leave out
+// the last column and the last row of points.
 void plainWarp(const PlainGrid& grid, float time);
 void plainWarpFast(const PlainGrid& grid, float time);
 void plainWarpFastBiased(const PlainGrid& grid, float time, float base);

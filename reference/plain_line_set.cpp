@@ -106,8 +106,44 @@ void plainDrawLine(const PlainCanvas& canvas, float x0, float y0, float x1, floa
     }
 }
 
-PlainFigure::PlainFigure(std::span<const LineVertex> vertices)
-    : vertices_(vertices.begin(), vertices.end()), transformed_(vertices_)
+std::vector<PlainVertex> plainCurve(int vertexCount, int style)
+{
+    using Colour = std::array<float, 3>;
+    constexpr std::array kWarm = {
+        Colour{7, 32, 63},
+        Colour{1, 10, 63},
+        Colour{7, 42, 63},
+        Colour{2, 63, 63}
+    };
+    std::vector<PlainVertex> vertices;
+    float t = 0.0F;
+    for (int i = 0; i < vertexCount / 2; ++i) {
+        // A whole number times t is rounded to single precision, a decimal one is not.
+        const double fourteen = 14 * t;
+        const double eight = 8 * t;
+        PlainVertex from = {};
+        from.x = static_cast<float>(1.2 * std::cos(fourteen));
+        from.y = static_cast<float>(1.6 * std::sin(1.28927348934 * t));
+        from.z = static_cast<float>(1.4 * std::sin(42.69 * t));
+        PlainVertex to = {};
+        to.x = static_cast<float>(-1.2 * std::cos(0.333 * t));
+        to.y = static_cast<float>(-1.6 * std::sin(eight));
+        to.z = static_cast<float>(-1.4 * std::sin(42.69 * t));
+
+        t = static_cast<float>(t + 0.2);
+        const int k = static_cast<int>((std::sin(42.69 * t) * 0.5 + 0.5) * 3.0);
+        from.colour = kWarm.at(static_cast<std::size_t>(k));
+        if (style == 2) {
+            std::swap(from.colour[0], from.colour[2]); // blue for red
+        }
+        vertices.push_back(from);
+        vertices.push_back(to);
+    }
+    return vertices;
+}
+
+PlainFigure::PlainFigure(std::vector<PlainVertex> vertices)
+    : vertices_(std::move(vertices)), transformed_(vertices_)
 {
 }
 
@@ -125,7 +161,7 @@ void PlainFigure::transform(const std::array<float, 3>& angles,
     const std::array row2 = {sb, -sa * cb, ca * cb};
     const std::array rows = {row0, row1, row2};
     for (std::size_t i = 0; i < vertices_.size(); ++i) {
-        const LineVertex& v = vertices_[i];
+        const PlainVertex& v = vertices_[i];
         std::array<float, 3> result{};
         for (std::size_t r = 0; r < 3; ++r) {
             result[r] = static_cast<float>(rows[r][0]) * v.x +
@@ -147,15 +183,15 @@ void PlainFigure::scaleColours(float factor)
 
 void PlainFigure::draw(const PlainCanvas& canvas, int thickness)
 {
-    for (LineVertex& v : transformed_) {
+    for (PlainVertex& v : transformed_) {
         v.x /= v.z;
         v.y /= v.z;
     }
     const auto hw = std::floor(static_cast<float>(canvas.width) / 2);
     const auto hh = std::floor(static_cast<float>(canvas.height) / 2);
     for (std::size_t i = 0; i + 1 < transformed_.size(); i += 2) {
-        const LineVertex& a = transformed_[i];
-        const LineVertex& b = transformed_[i + 1];
+        const PlainVertex& a = transformed_[i];
+        const PlainVertex& b = transformed_[i + 1];
         plainDrawLine(canvas, a.x * hw + hw, a.y * hh + hh, b.x * hw + hw, b.y * hh + hh,
                       static_cast<int>(a.colour[0]), static_cast<int>(a.colour[1]),
                       static_cast<int>(a.colour[2]), thickness);

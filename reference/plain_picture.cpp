@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -103,11 +102,6 @@ void readRlePixels(std::uint8_t* destination, std::FILE* file, std::size_t count
     }
 }
 
-PixelBuffer allocate(std::size_t bytes)
-{
-    return PixelBuffer{static_cast<std::uint8_t*>(std::malloc(bytes + 1))};
-}
-
 struct Colour {
     unsigned r;
     unsigned g;
@@ -151,11 +145,6 @@ std::size_t PlainPicture::pixelCount() const
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-std::size_t PlainPicture::byteCount() const
-{
-    return pixelCount() * pixelSizeOf(bpp);
-}
-
 PlainPicture plainReadTga(const char* path)
 {
     const File owner = openFile(path);
@@ -186,24 +175,24 @@ PlainPicture plainReadTga(const char* path)
     const auto width = static_cast<std::size_t>(picture.width);
     const auto height = static_cast<std::size_t>(picture.height);
     const std::size_t rowBytes = width * pixelSizeOf(picture.bpp);
-    picture.pixels = allocate(picture.byteCount());
-    const PixelBuffer readBuffer = allocate(picture.byteCount());
-    const PixelBuffer rowBuffer = allocate(rowBytes);
+    picture.pixels.resize(height * rowBytes);
+    std::vector<std::uint8_t> readBuffer(height * rowBytes);
+    std::vector<std::uint8_t> rowBuffer(rowBytes);
     if (type >= 9) {
-        readRlePixels(readBuffer.get(), file, width * height, picture.bpp);
+        readRlePixels(readBuffer.data(), file, width * height, picture.bpp);
     }
     for (std::size_t r = 0; r < height; ++r) {
-        std::uint8_t* row = readBuffer.get() + r * rowBytes;
+        std::uint8_t* row = readBuffer.data() + r * rowBytes;
         if (type < 9) {
             readBytes(row, rowBytes, file);
         }
         if ((descriptor & 16) != 0) {
-            mirrorRow(picture.bpp, width, row, rowBuffer.get());
-            row = rowBuffer.get();
+            mirrorRow(picture.bpp, width, row, rowBuffer.data());
+            row = rowBuffer.data();
         }
         swapRedBlue(row, width, picture.bpp);
         const std::size_t place = (descriptor & 32) != 0 ? r : height - 1 - r;
-        std::memcpy(picture.pixels.get() + place * rowBytes, row, rowBytes);
+        std::copy_n(row, rowBytes, picture.pixels.data() + place * rowBytes);
     }
     return picture;
 }
@@ -222,9 +211,9 @@ PlainPicture plainReadHsiRaw(const char* path)
     for (std::size_t i = 0; i < 3 * colours; ++i) {
         picture.palette[i] = readByte(file);
     }
-    picture.pixels = allocate(picture.byteCount());
-    for (std::size_t i = 0; i < picture.byteCount(); ++i) {
-        picture.pixels[i] = readByte(file);
+    picture.pixels.resize(picture.pixelCount() * pixelSizeOf(picture.bpp));
+    for (std::uint8_t& byte : picture.pixels) {
+        byte = readByte(file);
     }
     return picture;
 }
@@ -265,8 +254,8 @@ PlainPicture plainConvert(PlainPicture picture, int bpp)
     converted.width = picture.width;
     converted.height = picture.height;
     converted.bpp = bpp;
-    converted.pixels = allocate(converted.byteCount());
-    plainConvertPixels(picture.pixels.get(), picture.bpp, converted.pixels.get(), bpp,
+    converted.pixels.resize(converted.pixelCount() * pixelSizeOf(bpp));
+    plainConvertPixels(picture.pixels.data(), picture.bpp, converted.pixels.data(), bpp,
                        converted.pixelCount(), picture.palette);
     return converted;
 }

@@ -8,7 +8,8 @@ class PlainBlur {
 public:
     PlainBlur(int width, int height);
 
-    // Blurs 4-byte pixels of the built size into `target` (red, green, blue, 0).
+    // Averages up to `levels` samples, 1 to 20, for each pixel of `target`. Both pictures have
+    // 4-byte pixels and the size above; alpha becomes 0.
     void render(const std::uint8_t* source, std::uint32_t* target, int levels) const;
 
 private:

@@ -75,7 +75,7 @@ void fatal(std::FILE* /*stream*/, int /*status*/, const char* /*format*/, ...)
 
 extern "C" {
 // The linker and the library that makes the inputs give these names.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-*,readability-identifier-naming,*-vararg)
+// NOLINTBEGIN(readability-identifier-naming)
 int __real_fstat(int file, struct stat* status);
 ssize_t __real_pread(int file, void* destination, size_t count, off_t offset);
 int __real_close(int file);
@@ -131,5 +131,5 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     }
     return 0;
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-*,readability-identifier-naming,*-vararg)
+// NOLINTEND(readability-identifier-naming)
 } // extern "C"

@@ -53,14 +53,6 @@ std::uint8_t* bytes(Words& words)
     return reinterpret_cast<std::uint8_t*>(words.data());
 }
 
-PlainFigure figureOf(int style)
-{
-    LineSet lines;
-    lines.create(600);
-    lines.generate(style);
-    return PlainFigure(lines.vertices());
-}
-
 // Of the 60 degrees from bottom to top, with the show's constant for pi.
 float visibleHeight(float depth)
 {
@@ -173,7 +165,7 @@ struct Scene {
 };
 
 struct Opening : Scene {
-    PlainFigure figure = figureOf(2);
+    PlainFigure figure = PlainFigure(plainCurve(600, 2));
     float pulse = 0.0F, spin = 0.0F, zoomKick = 0.0F, depth = -15.0F, before = 0.0F;
     bool zooming = false;
 
@@ -446,7 +438,7 @@ struct TubeScene : Scene {
 };
 
 struct ClosingScene : Scene {
-    PlainFigure figure = figureOf(1);
+    PlainFigure figure = PlainFigure(plainCurve(600, 1));
     PlainBlur blur{256, 128};
     float phase = 0.0F;
 
