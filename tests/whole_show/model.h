@@ -1,4 +1,4 @@
-// The show told a second time, plainly.
+// The show told a second time, plainly, and without its sources; the scenes are in model/.
 #pragma once
 
 #include <string>
