@@ -5,7 +5,6 @@
 #include "virtual/timing.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,26 +23,6 @@ struct FrameLine {
 
     bool operator==(const FrameLine&) const = default;
 };
-
-// Red, green, blue, rows top first.
-struct Picture {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> bytes;
-};
-
-Picture readPng(const std::filesystem::path& file);
-
-// Each pixel is the mean of `factor` x `factor`.
-Picture scaledDown(const Picture& picture, int factor);
-
-struct Difference {
-    int largest = 255;
-    double mean = 255.0;
-};
-
-// Of two pictures' bytes; as large as it can be between sizes that differ.
-Difference differenceOf(const Picture& one, const Picture& other);
 
 class Studio {
 public:
