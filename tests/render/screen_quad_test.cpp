@@ -110,7 +110,7 @@ TEST_F(Quad, MovesAndTurnsAboutTheMiddleOfTheView)
     quad.setRotationY(0.0F);
     expectDrawn({220, 116, 100, 40});
 
-    constexpr float kUnitsPerPixel = 2.0F * 27.169426F / kWindowWidth; // at depth 20
+    constexpr float kUnitsPerPixel = 2.0F * 27.169426F / kViewWidth; // at depth 20
     quad.setRotationZ(0.0F);
     quad.setPositionX(30.0F * kUnitsPerPixel);
     quad.setPositionY(10.0F * kUnitsPerPixel);

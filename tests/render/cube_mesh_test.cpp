@@ -1,22 +1,10 @@
 #include "render/cube_mesh.h"
-#include "render/grid_mesh.h"
 #include "tests/render/on_display.h"
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
 namespace {
-
-class Grid : public OnDisplay {
-protected:
-    void build(const Rectangle& r)
-    {
-        grid.setProjection(kWindowWidth, kViewHeight, 60.0F);
-        grid.build(r.x, r.y, r.width, r.height, 16, 17, 10.0F);
-    }
-
-    GridMesh grid;
-};
 
 class Cube : public OnDisplay {
 protected:
@@ -34,44 +22,13 @@ protected:
     {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         cube.draw();
-        return pixelAt(kWindowWidth / 2 + right, kViewHeight / 2 + down);
+        return pixelAt(kViewWidth / 2 + right, kViewHeight / 2 + down);
     }
 
     CubeMesh cube;
 };
 
 } // namespace
-
-TEST_F(Grid, CoversExactlyItsPixels)
-{
-    for (const Rectangle& r : {
-             Rectangle{0,   0,   640, 272},
-             {128, 34,  320, 204},
-             {-64, -34, 160, 102}
-    }) {
-        build(r);
-        grid.setAlpha(1.0F);
-        expectLit(r, [this] { grid.draw(); });
-    }
-}
-
-TEST_F(Grid, ShowsItsTextureUprightAndFadedByItsAlpha)
-{
-    build({0, 0, 640, 272});
-    makeFourColours(32);
-    grid.setTexture(bitmap.getTextureName());
-    grid.draw();
-    EXPECT_EQ(pixelAt(160, 68)[0], 0); // no alpha yet
-    grid.setAlpha(1.0F);
-    grid.draw();
-    EXPECT_EQ(pixelAt(160, 68), kRed);
-    EXPECT_EQ(pixelAt(480, 68), kGreen);
-    EXPECT_EQ(pixelAt(160, 204), kBlue);
-    EXPECT_EQ(pixelAt(480, 204), kWhite);
-    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D));
-    EXPECT_FALSE(glIsEnabled(GL_VERTEX_ARRAY));
-    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_COORD_ARRAY));
-}
 
 TEST_F(Cube, HasAColourForEachFaceAndTurnsAboutXLast)
 {
