@@ -1,7 +1,8 @@
 #include "sound/fsound.h"
-#include "tests/sound/test_module.h"
+#include "tests/support/test_module.h"
 
 #include <SDL.h>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <filesystem>

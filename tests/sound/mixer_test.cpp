@@ -1,6 +1,7 @@
 #include "sound/mixer.h"
-#include "tests/sound/test_module.h"
+#include "tests/support/test_module.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "sound/xm_patterns.h"
-#include "tests/sound/test_module.h"
+#include "tests/support/test_module.h"
 
 #include <gtest/gtest.h>
 

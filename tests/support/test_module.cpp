@@ -1,23 +1,9 @@
-// Small modules for tests, with patterns written as text.
-#pragma once
-
-#include "art/music/xm.h"
+#include "tests/support/test_module.h"
 
 #include <algorithm>
 #include <sstream>
 
-using Bytes = std::vector<std::uint8_t>;
-
-// Places within a file, and the sizes of what follows the patterns: one instrument of one sample.
-constexpr int kPatternsAt = 60 + 276;
-constexpr int kInstrumentBytes = 263;
-constexpr int kSampleHeaderBytes = 40;
-constexpr int kSampleBytes = 128;
-
-// A module of four channels that plays its patterns in turn. In their text a bar ends a pattern and
-// a slash a row; a cell is an effect as trackers show it ("Z7F") or "...", and those at a row's end
-// may be left out. Every channel plays a saw from the first row on: a filter on it would be heard.
-inline XmModule makeModule(int speed, const std::string& text)
+XmModule makeModule(int speed, const std::string& text)
 {
     XmModule module;
     module.channels = 4;
@@ -52,7 +38,7 @@ inline XmModule makeModule(int speed, const std::string& text)
     return module;
 }
 
-inline std::string withoutZxx(std::string text)
+std::string withoutZxx(std::string text)
 {
     while (text.find('Z') != std::string::npos) {
         text.replace(text.find('Z'), 3, "...");
@@ -60,9 +46,7 @@ inline std::string withoutZxx(std::string text)
     return text;
 }
 
-// The module's file in the layout of `version`, with packed cells or with all five bytes of each.
-// Its patterns are so small that a byte tells the length of their cells.
-inline Bytes writeAs(const XmModule& module, int version, bool packed)
+Bytes writeAs(const XmModule& module, int version, bool packed)
 {
     const Bytes written = writeXm(module);
     auto at = written.begin() + kPatternsAt;

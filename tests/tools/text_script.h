@@ -1,0 +1,13 @@
+// Scripts of modules that are written as text.
+#pragma once
+
+#include "tools/sync_script/script.h"
+
+#include <string>
+
+// The path of a temporary file that no other test has; whoever makes the file removes it.
+std::string pathFor(const std::string& ending);
+
+// What a module with these patterns tells the picture; tests/support/test_module.h says how they
+// are written.
+Script scriptOf(const std::string& patterns);
