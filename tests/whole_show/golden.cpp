@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <png.h>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -31,7 +32,7 @@ Picture amplifiedDifference(const Picture& one, const Picture& other)
     return result;
 }
 
-// Says where they are.
+// Writes what is to be seen, and says where.
 std::string writeForTheEye(const std::string& name, const Picture& expected, const Picture& got)
 {
     const std::string path = "build/golden/" + name;
@@ -100,9 +101,10 @@ void expectGolden(const std::string& name, const Picture& picture, const Differe
     const Picture expected = readPng(file);
     const Difference difference = differenceBetween(picture, expected);
     if (difference.largest > allowed.largest || difference.mean > allowed.mean) {
-        ADD_FAILURE() << name << " differs by at most " << difference.largest << " (allowed "
-                      << allowed.largest << ") and on average by " << difference.mean
-                      << " (allowed " << allowed.mean << "):\n"
-                      << writeForTheEye(name, expected, picture);
+        std::ostringstream text; // rounds where a failure's own stream writes every digit
+        text << name << " differs by " << difference.mean << " on average (allowed " << allowed.mean
+             << ") and by at most " << difference.largest << " (allowed " << allowed.largest
+             << "); " << writeForTheEye(name, expected, picture);
+        ADD_FAILURE() << text.str();
     }
 }
