@@ -60,11 +60,13 @@ TEST(PictureFileDeathTest, AHugePictureThatTheFileLacksCostsNothing)
         // May still be a file that was cut short.
         const TemporaryFile cut{makeTga({.type = type, .width = 2048, .height = 2048}, {})};
         EXPECT_EXIT((watchCosts(500), Bitmap{}.load(cut.path(), 32), std::exit(0)), kStatus0, "^$");
-        // Has a little more than it must have.
-        const TemporaryFile most{makeTga({.type = 3, .width = 3000, .height = 3000, .bits = 8},
-                                         makePixels(300000, 1, 0))};
-        EXPECT_EXIT((Bitmap{}.load(most.path(), 32), std::exit(0)), kStatus0, "^$");
     }
+    // A 64th of the picture is enough.
+    const TgaShape shape = {.type = 3, .width = 3000, .height = 3000, .bits = 8};
+    const TemporaryFile enough{makeTga(shape, makePixels(3000 * 3000 / 64 + 1, 1, 0))};
+    EXPECT_EXIT((Bitmap{}.load(enough.path(), 32), std::exit(0)), kStatus0, "^$");
+    const TemporaryFile tooLittle{makeTga(shape, makePixels(3000 * 3000 / 64 - 1, 1, 0))};
+    EXPECT_EXIT(Bitmap{}.load(tooLittle.path(), 32), kStatus0, "^\n\nError allocating memory for ");
     for (const unsigned colours : {0U, 1U}) {
         const TemporaryFile file{makeHsiRaw(65535, 65535, colours, {})};
         EXPECT_EXIT((watchCosts(50), Bitmap{}.loadHsiRaw(file.path(), 32)), kStatus0,

@@ -11,7 +11,7 @@ protected:
     void build(const Rectangle& r)
     {
         grid.setProjection(kViewWidth, kViewHeight, kFieldOfView);
-        grid.build(r.x, r.y, r.width, r.height, 16, 17, 10.0F);
+        grid.build(r.x, r.y, r.width, r.height, 16, 9, 10.0F);
     }
 
     GridMesh grid;
