@@ -31,8 +31,8 @@ Bytes makeTga(const TgaShape& shape, const Bytes& pixels);
 // An HSI raw file of `pixels`: 8-bit with a made-up palette of so many colours, 24-bit with none.
 Bytes makeHsiRaw(unsigned width, unsigned height, unsigned colours, const Bytes& pixels);
 
-// `count` pixels of `size` bytes, the same each time: random ones, each with `run` copies behind it.
-// Fewer than two copies are left out.
+// `count` pixels of `size` bytes, the same each time: random ones, each with `run` copies behind
+// it. Fewer than two copies are left out.
 Bytes makePixels(std::size_t count, std::size_t size, std::size_t run);
 
 // A file without a name, but with a path, that is gone with the object.
