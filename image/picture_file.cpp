@@ -20,7 +20,7 @@ constexpr std::uint64_t kMissingShare = 63;
 // Waits for nobody: a pipe without a writer opens too, and is then refused.
 int openToRead(const char* path)
 {
-    return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK); // NOLINT(*-vararg)
+    return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
 }
 
 } // namespace

@@ -83,13 +83,13 @@ private:
         constexpr std::size_t kWhole = kRegister / kPixelSize; // pixels in a register
         constexpr std::size_t kFirst = kWhole + 1;             // that fill it
 
-        std::array<std::uint8_t, 4> pixel; // NOLINT(*-member-init)
+        std::array<std::uint8_t, 4> pixel;
         std::memcpy(pixel.data(), pixels_, pixel.size());
         for (std::size_t i = 0; i < kFirst; ++i) {
             std::memcpy(destination + kPixelSize * i, pixel.data(), pixel.size());
         }
         if (count > kFirst) {
-            std::array<std::uint8_t, kRegister> pixels; // NOLINT(*-member-init)
+            std::array<std::uint8_t, kRegister> pixels;
             std::memcpy(pixels.data(), destination, kRegister);
             for (std::size_t i = kWhole; i < count; i += kWhole) {
                 std::memcpy(destination + kPixelSize * i, pixels.data(), kRegister);

@@ -204,7 +204,7 @@ void readPixels(PictureFile& file, const TgaHeader& header, std::uint8_t* pixels
         std::max<std::size_t>(kBlock / std::max<std::size_t>(rowBytes, 1), 1);
 
     TgaPixels source{file, header.isRunLength()};
-    std::array<std::uint8_t, kWidestRow + TgaPackets::kSlack> block; // NOLINT(*-member-init)
+    std::array<std::uint8_t, kWidestRow + TgaPackets::kSlack> block;
     for (std::size_t r = 0; r < height; ++r) {
         std::uint8_t* row = block.data() + r % blockRows * rowBytes;
         if (r % blockRows == 0) {

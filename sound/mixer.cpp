@@ -87,7 +87,7 @@ void Mixer::mix(std::span<std::int16_t> samples)
     while (!samples.empty()) {
         const std::span<std::int16_t> piece =
             samples.first(std::min(samples.size(), kPieceSamples));
-        RowEffects effects; // NOLINT(cppcoreguidelines-pro-type-member-init)
+        RowEffects effects;
         if (!mixPiece(piece, effects)) {
             std::ranges::fill(samples, std::int16_t{0});
             return;

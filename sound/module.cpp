@@ -41,7 +41,6 @@ SoundError readFile(const char* path, std::vector<std::uint8_t>& bytes)
     }
     bytes.resize(static_cast<std::size_t>(size));
     std::ifstream file(path, std::ios::binary);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are bytes
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return file ? SoundError::none : SoundError::unreadableFile;
 }

@@ -7,7 +7,7 @@
 #include <cstring>
 
 // The whole library is in the header, so nothing has to be linked.
-#define XXH_INLINE_ALL // NOLINT(cppcoreguidelines-macro-usage)
+#define XXH_INLINE_ALL
 #include <xxhash.h>
 
 HashList::HashList(const std::filesystem::path& file)
