@@ -11,9 +11,9 @@ target_compile_options(kso_settings INTERFACE
     $<$<BOOL:${KSO_WERROR}>:-Werror>
     # No fused multiply-adds: results are the same on every machine.
     -ffp-contract=off
-    # The same bytes from every checkout.
-    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+    # The same bytes from every checkout and build folder; the last of these that fits counts.
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
     $<$<CONFIG:Release>:-g>)
 
 # kso_library(NAME SOURCE...): the library kso_NAME, which others link as kso::NAME. It may include
