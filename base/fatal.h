@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-// The one way to die: writes the formatted message to `stream` and ends the process with `status`
-// through exit(), with nothing released.
+// What every error ends in that the program cannot go on after: writes the formatted message to
+// `stream` and calls exit(status). Local objects are not destroyed.
 [[noreturn]] [[gnu::format(printf, 3, 4)]] void fatal(std::FILE* stream, int status,
                                                       const char* format, ...);

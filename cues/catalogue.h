@@ -1,8 +1,8 @@
-// The one catalogue of what the music tells the picture.
+// The catalogue of cues: everything that the music tells the show.
 //
-// The module speaks with the effect Zxx, whose parameter is a cue: 0 to 63 choose what is on, 64 to
-// 255 are events for the scene that is on. Whoever chooses, hears, counts, prints or draws cues
-// takes their values and names from here. A new scene is one block here and one row of kScenes.
+// A cue is the parameter of the module's effect Zxx: 0 to 63 choose the current scene or end the
+// show, 64 to 255 are events for the current scene. The show, its tools and its tests take the
+// values and the names from here. A new scene is one block here and one row of kScenes.
 #pragma once
 
 #include <array>
@@ -12,40 +12,41 @@
 
 namespace cues {
 
-// The show's own module, from the folder that it is started in.
+// The show's module, relative to the folder that the show is started in.
 constexpr const char* kModulePath = "data/olvu.xm";
 
-// Below this, cues choose what is on: a scene by its number, or the end of the show. A number that
-// is neither leaves the last picture as it is.
+// Cues below this are the number of a scene, or end the show. After a number that does neither, the
+// last frame stays on the screen.
 constexpr int kFirstEvent = 64;
 constexpr int kEndOfShow = 8;
 
-// What becomes of an event after the moment when it comes.
+// How long an event can be seen.
 enum class Lasting {
-    kHit,    // dies away at once
+    kHit,    // over in a moment
     kFades,  // dies away within seconds
     kBegins, // lasts until an event of the same name ends it
-    kEnds,
+    kEnds,   // ends it
 };
 using enum Lasting;
 
-// What an event does in its scene. Events of one name belong together.
+// An event of a scene. Events of the same name belong together: what begins and what ends it, or
+// two values for the same thing.
 struct Event {
     int value;
     const char* name;
     Lasting lasting;
-    const char* words;
+    const char* words; // what it does
 };
 
 struct Scene {
     int number;
     const char* name;
-    unsigned colour;               // 0xRRGGBB, for whoever draws the script
-    std::optional<int> startOrder; // where the music begins with it, in the order list, if it may
-    std::span<const Event> events; // that it listens to, by value
+    unsigned colour;               // 0xRRGGBB, of the scene in a drawing of the script
+    std::optional<int> startOrder; // where its music starts; none: it cannot be started with
+    std::span<const Event> events; // that it reacts to, by value
 };
 
-// The opening: wire, kicked.
+// The opening: a wire figure, kicked.
 namespace opening {
 
 enum Value : int { kSpin = 128, kGlide, kSwellAndGlide, kNear, kNearest };
@@ -100,18 +101,18 @@ constexpr auto kEvents = std::to_array<Event>({
     {kSmallSteps,  "small steps",  kHit, "the trail goes on in small steps"      },
     {kWideSteps,   "wide steps",   kHit, "the trail goes on in wide steps"       },
     {kWidestSteps, "widest steps", kHit, "the trail goes on in the widest steps" },
-    {kPush,        "push",         kHit, "the ground is pushed on by two seconds"},
+    {kPush,        "push",         kHit, "the background jumps two seconds ahead"},
 });
 
 } // namespace image_trail
 
-// Logo and jitter: the ground alone is moved.
+// Logo and jitter: only the background is moved.
 namespace logo_and_jitter {
 
 enum Value : int { kPush = 131 };
 
 constexpr auto kEvents = std::to_array<Event>({
-    {kPush, "push", kHit, "the ground is pushed on by two seconds"},
+    {kPush, "push", kHit, "the background jumps two seconds ahead"},
 });
 
 } // namespace logo_and_jitter
@@ -122,10 +123,10 @@ namespace wire_cubes {
 enum Value : int { kPull = 128, kSmallBlow, kLargeBlow, kPullToo };
 
 constexpr auto kEvents = std::to_array<Event>({
-    {kPull,      "pull",       kHit, "the cubes are pulled to the viewer, the ground flares"},
-    {kSmallBlow, "small blow", kHit, "the cubes are blown apart a little"                   },
-    {kLargeBlow, "large blow", kHit, "the cubes are blown far apart"                        },
-    {kPullToo,   "pull",       kHit, "the cubes are pulled to the viewer, the ground flares"},
+    {kPull,      "pull",       kHit, "the cubes are pulled to the viewer, the background flares"},
+    {kSmallBlow, "small blow", kHit, "the cubes are blown apart a little"                       },
+    {kLargeBlow, "large blow", kHit, "the cubes are blown far apart"                            },
+    {kPullToo,   "pull",       kHit, "the cubes are pulled to the viewer, the background flares"},
 });
 
 } // namespace wire_cubes
@@ -162,8 +163,8 @@ enum Number : int {
     kEmpty,
 };
 
-// From cold to warm; the empty scene is black. The show plays from its beginning unless it is told
-// to start with one of the scenes that have an order to start at.
+// Colours go from cold to warm. The show plays from its beginning unless it is told to start with a
+// scene that has a start order. The empty scene is black.
 constexpr auto kScenes = std::to_array<Scene>({
     {kOpening,       "opening",         0x8CCBFF, {}, opening::kEvents        },
     {kTwister,       "twister",         0x4FB3A6, 3,  twister::kEvents        },
@@ -189,7 +190,7 @@ constexpr bool isEvent(int cue)
     return cue >= kFirstEvent;
 }
 
-// Null where no scene has this number.
+// Null if no scene has this number.
 constexpr const Scene* sceneOf(int number)
 {
     for (const Scene& scene : kScenes) {
@@ -200,7 +201,7 @@ constexpr const Scene* sceneOf(int number)
     return nullptr;
 }
 
-// Null where there is no such scene, and where it does not listen to this value.
+// Null if there is no such scene or if it does not react to this value.
 constexpr const Event* eventOf(int sceneNumber, int value)
 {
     if (const Scene* const scene = sceneOf(sceneNumber); scene != nullptr) {
@@ -213,7 +214,8 @@ constexpr const Event* eventOf(int sceneNumber, int value)
     return nullptr;
 }
 
-// On the command line scenes are counted from 1; none where the music begins at its beginning.
+// Where the music starts for a scene of the command line, which counts scenes from 1. None: at the
+// module's beginning.
 constexpr std::optional<int> startOrderOf(int startScene)
 {
     const Scene* const scene = sceneOf(startScene - 1);
