@@ -28,7 +28,8 @@ constexpr std::uint32_t pixelWord(std::uint8_t r, std::uint8_t g, std::uint8_t b
 
 constexpr std::uint32_t kColourMask = pixelWord(255, 255, 255, 0);
 
-// Four 32-bit pixels, a register full of them; comparing two gives words of all ones or none.
+// Four 32-bit pixels, which fill a register. Comparing two of these gives a word for each pixel,
+// all ones if equal and all zeros if not.
 using FourPixels [[gnu::vector_size(16)]] = std::uint32_t;
 
 // Replaces every 32-bit pixel by what `change` makes of it, four at a time.
@@ -59,7 +60,7 @@ void changePixels(std::uint8_t* pixels, std::size_t count, Change change)
     }
 }
 
-// 255 * alpha, truncated; numbers too large for 64 bits, and what is no number, count as 0.
+// 255 * alpha, truncated; 0 for NaN and for numbers that do not fit into 64 bits.
 std::uint8_t alphaByte(float alpha)
 {
     constexpr double kTooLarge = 0x1p63;
@@ -180,7 +181,7 @@ void Bitmap::setColourKeyAlpha(std::uint8_t r, std::uint8_t g, std::uint8_t b, s
     const auto alphaOfKey = [=](FourPixels four) {
         return FourPixels((four & kColourMask) == key) & ~kColourMask;
     };
-    if (a == 0) { // what the pictures ask for, and a step less
+    if (a == 0) { // the only case in the show, and one operation less
         changePixels(pixels_.get(), count,
                      [=](FourPixels four) { return four & ~alphaOfKey(four); });
     } else {

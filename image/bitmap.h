@@ -1,7 +1,7 @@
 // An image in memory, and the OpenGL texture made from it. Its pixels are laid out as
 // image/pixels.h says.
 //
-// Whatever fails here writes a message to standard error and ends the process with status 0.
+// Every error ends the process with a message on standard error and status 0.
 #pragma once
 
 #include "image/pixels.h"
@@ -22,14 +22,14 @@ public:
     void create(unsigned width, unsigned height, unsigned bpp);
 
     // Reads a TGA file (image/tga_reader.h) or an HSI RAW one (image/hsi_raw_reader.h) and converts
-    // it to `bpp` where it is of another depth. 8 and 15 bits per pixel are for files that hold
-    // just that. An 8-bit file's palette is kept. Pixels that the bitmap already holds are freed
-    // first.
+    // it to `bpp` bits per pixel if it has another depth. 8 and 15 are only for files that have
+    // this depth already. An 8-bit file's palette is kept. Pixels that the bitmap already holds are
+    // freed first.
     void load(const char* path, unsigned bpp);
     void loadHsiRaw(const char* path, unsigned bpp);
 
-    // Converts as many pixels as the bitmap has, of 16, 24 or 32 bits, from `source`, whose pixels
-    // have 8 (indices into this bitmap's palette), 15, 16, 24 or 32 bits. Writes nothing where the
+    // Fills the bitmap, which must have 16, 24 or 32 bits per pixel, from `source`, whose pixels
+    // have 8 (indices into this bitmap's palette), 15, 16, 24 or 32 bits. Writes nothing if the
     // depths are equal.
     void convertFrom(const std::uint8_t* source, int sourceBpp);
 
@@ -53,7 +53,7 @@ public:
     void makeTexture();
 
     // Uploads the whole image again, into its own texture or into `texture`, which has its size and
-    // stays bound. Does nothing at depths other than 24 and 32, but dies at 16.
+    // stays bound. For 24 and 32 bits per pixel; 16 is an error, other depths do nothing.
     void updateTexture() const { updateTextureAs(textureName_); }
     void updateTextureAs(unsigned texture) const;
 

@@ -31,7 +31,7 @@ std::size_t shuffleBytes(const ByteShuffle& shuffle, const std::uint8_t* source,
                          std::size_t sourceBytes, std::uint8_t* destination,
                          std::size_t destinationBytes)
 {
-    // Processors have had the instruction since 2006, but the compiler must not count on it.
+    // Processors have had the instruction since 2006, but the compiler may not rely on it.
     if (sourceBytes < 16 || destinationBytes < 16 || !__builtin_cpu_supports("ssse3")) {
         return 0;
     }

@@ -5,7 +5,7 @@
 
 #include "image/loaded_image.h"
 
-// Reads a file whole; bytes and rows stay as they come. What a short file lacks is zeros.
-// Dies, with a message on standard error and status 0, when it cannot be opened, is of another
-// format, has more than 256 colours, or when there is no memory.
+// Reads the whole file; bytes and rows keep their order. Bytes that a short file lacks are zeros.
+// Ends the process, with a message on standard error and status 0, when the file cannot be opened,
+// has another format or more than 256 colours, or when there is no memory.
 void readHsiRaw(const char* path, LoadedImage& image);

@@ -12,12 +12,13 @@
 
 namespace {
 
-// A picture may lack as many pixels as this, which is more than any of the show's pictures has, or
-// so many times what its file holds. Beyond both, memory for it would be out of proportion.
-constexpr auto kMissingPixels = std::uint64_t{2048} * 2048;
-constexpr std::uint64_t kMissingShare = 63;
+// How many pixels a file may lack: this number, which is more than any of the show's pictures has,
+// or this multiple of the pixels that it holds, whichever is larger. So a damaged header cannot ask
+// for all of the machine's memory.
+constexpr auto kMaxMissingPixels = std::uint64_t{2048} * 2048;
+constexpr std::uint64_t kMaxMissingMultiple = 63;
 
-// Waits for nobody: a pipe without a writer opens too, and is then refused.
+// Opens a pipe without waiting for a writer; the constructor then refuses it.
 int openToRead(const char* path)
 {
     return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -72,7 +73,7 @@ PixelBuffer allocatePicture(std::int32_t width, std::int32_t height, std::size_t
     const auto h = static_cast<std::uint32_t>(height);
     const std::uint64_t pixels = std::uint64_t{w} * h;
     if (pixels > supplied &&
-        pixels - supplied > std::max(kMissingPixels, kMissingShare * supplied)) {
+        pixels - supplied > std::max(kMaxMissingPixels, kMaxMissingMultiple * supplied)) {
         return nullptr;
     }
     return allocatePixels(w, h, static_cast<std::uint32_t>(bytesPerPixel));

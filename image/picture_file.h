@@ -1,6 +1,6 @@
-// A picture's file, read once from its first byte to its last.
+// The file of a picture, read once from start to end.
 //
-// Reading never fails: behind its end a file counts as zeros.
+// Reading never fails: past the end of the file it gives zeros.
 #pragma once
 
 #include "image/pixels.h"
@@ -11,8 +11,8 @@
 
 class PictureFile {
 public:
-    // Dies with "\n\nError opening %s!\n\n" where there is no such file, where it may not be read,
-    // and where it is none: a directory or a pipe.
+    // Ends the process with "\n\nError opening %s!\n\n" if the file does not exist, may not be read
+    // or is not a regular file, like a directory or a pipe.
     explicit PictureFile(const char* path);
     PictureFile(const PictureFile&) = delete;
     PictureFile& operator=(const PictureFile&) = delete;
@@ -20,12 +20,12 @@ public:
 
     void read(std::uint8_t* destination, std::size_t count);
 
-    // Reads what is left, but at most `count` bytes, and returns how many they were.
+    // Reads at most `count` bytes and returns how many there were.
     std::size_t readSome(std::uint8_t* destination, std::size_t count);
 
     void skip(std::size_t count) { position_ += static_cast<std::int64_t>(count); }
 
-    // Bytes from here to the end.
+    // Bytes from the current position to the end.
     [[nodiscard]] std::uint64_t remaining() const
     {
         return static_cast<std::uint64_t>(std::max<std::int64_t>(size_ - position_, 0));
@@ -37,7 +37,7 @@ private:
     std::int64_t position_ = 0;
 };
 
-// Memory for a picture of which the file can supply at most `supplied` pixels. Empty when there is
-// none and, before any of it is touched, when all but a 64th of a huge picture is missing.
+// Allocates a picture of which the file can supply at most `supplied` pixels. Empty if there is no
+// memory, or if the picture is huge and the file has less than a 64th of it.
 PixelBuffer allocatePicture(std::int32_t width, std::int32_t height, std::size_t bytesPerPixel,
                             std::uint64_t supplied);

@@ -18,8 +18,8 @@ void putByte(std::uint8_t* destination, unsigned value)
     *destination = static_cast<std::uint8_t>(value);
 }
 
-// How the pixels of a depth become colours. What 5 and 6 bits cannot hold is cut off when a colour
-// becomes a pixel, so a channel of 5 bits comes through 8 bits unharmed.
+// From... reads a colour out of a pixel of one depth, To... writes it into one of another. To16
+// cuts off the bits that do not fit, so a channel of 5 bits survives its way through 8 bits.
 struct From15 {
     static constexpr std::size_t kSize = 2;
     static Colour colour(const std::uint8_t* pixel)
@@ -73,7 +73,8 @@ struct To32 {
     }
 };
 
-// Converts the first of the pixels in bigger pieces and returns how many; the rest goes one by one.
+// Converts the first pixels several at a time, as far as possible, and returns how many;
+// convertEach converts the rest one by one.
 template <class From, class To>
 std::size_t convertFast(const std::uint8_t* /*source*/, std::uint8_t* /*destination*/,
                         std::size_t /*count*/)
@@ -94,11 +95,11 @@ std::size_t convertFast<FromBytes<3>, To32>(const std::uint8_t* source, std::uin
     return 4 * shuffleBytes(kExpand, source, 3 * count, destination, 4 * count);
 }
 
-// Eight pixels of 16 bits, a register full of them.
+// Eight 16-bit pixels, which fill a register.
 using EightWords [[gnu::vector_size(16)]] = std::uint16_t;
 
-// Eight pixels as two registers of words, red and green in one, blue and alpha in the other, which
-// are then shuffled together.
+// Computes eight pixels as two registers of words, red and green in one, blue and alpha in the
+// other, and interleaves the two.
 template <class RedGreen>
 std::size_t convertWords(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
                          RedGreen redGreen)
@@ -146,7 +147,7 @@ void convertEach(const std::uint8_t* source, std::uint8_t* destination, std::siz
     }
 }
 
-// An index stands for its palette entry, which is converted once.
+// Converts the palette once and looks each index up in the result.
 template <class To>
 void convertIndices(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
                     const Palette& palette)

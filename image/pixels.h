@@ -3,7 +3,7 @@
 // Rows lie back to back, the top one first. One pixel, by bits per pixel:
 //
 // -  8: an index into the palette
-// - 15: a little-endian word, red in bits 10-14, green in 5-9, blue in 0-4; bit 15 carries nothing
+// - 15: a little-endian word, red in bits 10-14, green in 5-9, blue in 0-4; bit 15 is not used
 // - 16: a little-endian word, red in bits 11-15, green in 5-10, blue in 0-4
 // - 24: three bytes, red, green, blue
 // - 32: four bytes, red, green, blue, alpha (255 is opaque)
@@ -30,14 +30,14 @@ struct FreeMemory {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-// Owned, plain bytes, not cleared and not committed before they are written.
+// Owned bytes of malloc: not cleared, so that large ones take up memory only once they are written.
 using PixelBuffer = std::unique_ptr<std::uint8_t[], FreeMemory>; // NOLINT(modernize-avoid-c-arrays)
 
-// Memory for `width` x `height` pixels; empty when there is none, or when the size in bytes does
-// not fit. A size of nothing gives a buffer that holds no byte.
+// Allocates `width` x `height` pixels; empty if there is no memory or if the size in bytes
+// overflows. 0 pixels give a buffer that is not empty but has nothing to be written to.
 //
-// OpenGL takes rows of 24-bit pixels in steps of four bytes, so behind those lies as much again as
-// it may read too far.
+// OpenGL assumes that each row of 24-bit pixels takes up a multiple of four bytes and so reads past
+// their end; the buffer is longer by what it may read there, three bytes for each row.
 inline PixelBuffer allocatePixels(std::uint32_t width, std::uint32_t height,
                                   std::uint32_t bytesPerPixel)
 {

@@ -1,5 +1,5 @@
-// The run-length packets of a TGA file: a byte h, then (h & 127) + 1 pixels, or one pixel for all
-// of them if bit 7 of h is set.
+// The run-length packets of a TGA file. A packet is a byte h and then (h & 127) + 1 pixels or, if
+// bit 7 of h is set, one pixel that stands for all of them.
 #pragma once
 
 #include "image/picture_file.h"
@@ -13,13 +13,14 @@
 
 class TgaPackets {
 public:
-    // Pixels are written in pieces, and the last one reaches up to this many bytes too far.
+    // Pixels are written in larger pieces, so up to this many bytes after the last one are
+    // overwritten.
     static constexpr std::size_t kSlack = 32;
 
     explicit TgaPackets(PictureFile& file) : file_{file} {}
 
-    // Decodes the next `count` pixels of always the same size. A packet may reach into those that
-    // are read after them. Behind the file's end there are zeros.
+    // Decodes the next `count` pixels, which must have the same size in every call. A packet may go
+    // on in the next call. Pixels past the end of the file are zeros.
     template <std::size_t kPixelSize>
     void readRlePixels(std::uint8_t* destination, std::size_t count)
     {
@@ -62,8 +63,8 @@ private:
         next_ += 1 + (isRun_ ? 1 : left_) * pixelSize;
     }
 
-    // Moves the block's rest to its front and reads on behind it. Behind the file's end there are
-    // zeros, enough for a packet that was cut short.
+    // Moves the rest of the block to its front and fills it up from the file. After the file's last
+    // byte come zeros, enough for a packet that was cut short.
     void refill()
     {
         const std::size_t rest = end_ - next_;
@@ -74,9 +75,9 @@ private:
         std::memset(block_.data() + end_, 0, kLargestPacket + kSlack);
     }
 
-    // What is written too far is overwritten by what follows: of a pixel's four bytes by the next
-    // pixel, and in a longer run of a register full of pixels by the next register. A run's first
-    // pixels are always written, since asking how many they are takes longer.
+    // Writes four bytes for each of the first pixels, and a register full of pixels at a time for
+    // the others of a longer run; each write overwrites what the one before wrote too much. The
+    // first pixels are always all written, since that is faster than counting them.
     template <std::size_t kPixelSize>
     void repeatPixel(std::uint8_t* destination, std::size_t count) const
     {
@@ -112,6 +113,6 @@ private:
     const std::uint8_t* pixels_ = nullptr; // the packet's next pixel, or its only one
     std::size_t next_ = 0;                 // where the next packet begins
     std::size_t end_ = 0;                  // where the file's bytes end
-    // Not initialised: what refill() brings is read, nothing else.
+    // Not initialised: only what refill() has written is read.
     std::array<std::uint8_t, kBlock + kLargestPacket + kSlack> block_;
 };

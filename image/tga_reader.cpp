@@ -78,7 +78,7 @@ constexpr ByteShuffle kSwap32 = {
     16, 16
 };
 
-// Copies pixels; of those that have red and blue in bytes 0 and 2 it exchanges the two.
+// Copies pixels and exchanges the red and blue bytes of those that have 3 or 4 bytes.
 void swapRedBlue(const std::uint8_t* source, std::uint8_t* destination, std::size_t count,
                  std::size_t pixelSize)
 {
@@ -111,7 +111,7 @@ void mirrorPixels(std::uint8_t* row, std::size_t width)
     }
 }
 
-// Turns a row around, whole pixels of 1 to 4 bytes.
+// Reverses the order of a row's pixels, which have 1 to 4 bytes each.
 void mirrorRow(std::uint8_t* row, std::size_t width, std::size_t pixelSize)
 {
     constexpr std::array kMirrors = {mirrorPixels<1>, mirrorPixels<2>, mirrorPixels<3>,
@@ -162,7 +162,7 @@ void makeGreyRamp(Palette& palette)
     }
 }
 
-// The pixels of a file, packed or not, one after the other.
+// The pixels of a file, run-length encoded or plain, one after the other.
 class TgaPixels {
 public:
     TgaPixels(PictureFile& file, bool isRunLength)
@@ -170,7 +170,7 @@ public:
     {
     }
 
-    // Writes up to TgaPackets::kSlack bytes too many.
+    // May overwrite up to TgaPackets::kSlack bytes after the last pixel.
     void read(std::uint8_t* destination, std::size_t count, std::size_t pixelSize)
     {
         if (!isRunLength_) {
@@ -189,8 +189,8 @@ private:
     bool isRunLength_;
 };
 
-// Reads some rows at a time into memory that stays in the processor's cache, and from there copies
-// each to where it belongs.
+// Reads a few rows at a time into memory that stays in the processor's cache, and copies each from
+// there to its place in the picture.
 void readPixels(PictureFile& file, const TgaHeader& header, std::uint8_t* pixels)
 {
     constexpr std::size_t kWidestRow = std::size_t{32767} * 4;
