@@ -8,7 +8,7 @@ namespace {
 
 void feedDevice(void* mixer, Uint8* stream, int length)
 {
-    // SDL's buffers are aligned for the samples that were asked for, and hold whole frames.
+    // SDL's buffers are aligned for the format that was asked for, and hold whole audio frames.
     auto* const samples = reinterpret_cast<std::int16_t*>(stream);
     static_cast<Mixer*>(mixer)->mix(
         {samples, static_cast<std::size_t>(length) / sizeof(std::int16_t)});
@@ -16,8 +16,8 @@ void feedDevice(void* mixer, Uint8* stream, int length)
 
 } // namespace
 
-// SDL_OpenAudio brings up SDL's audio by itself, and with no format asked back it converts
-// whatever the device plays.
+// SDL_OpenAudio also starts SDL's audio subsystem. Without a second argument it converts our format
+// to whatever the device plays.
 std::unique_ptr<Output> DeviceOutput::open(Mixer& mixer)
 {
     SDL_AudioSpec wanted{};

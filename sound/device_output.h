@@ -8,10 +8,10 @@
 // The sound device, through SDL's audio.
 class DeviceOutput : public Output {
 public:
-    // Null when there is no device that plays. The mixer is borrowed.
+    // Null if no sound device can be opened. The mixer is borrowed and must outlive the output.
     static std::unique_ptr<Output> open(Mixer& mixer);
 
-    // Waits for a block that is being mixed.
+    // Waits for the end of a block that is being mixed.
     ~DeviceOutput() override;
 
 private:

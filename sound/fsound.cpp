@@ -22,7 +22,7 @@ constexpr int kFullVolume = 256;
 
 struct Sound {
     SoundError latestError = SoundError::none;
-    bool silent = false; // as chosen for the next FSOUND_Init
+    bool silent = false; // whether FSOUND_Init opens the silent output
     Mixer mixer;
     std::vector<std::unique_ptr<FMUSIC_MODULE>> modules; // every handle that was not freed
     std::unique_ptr<Output> output;                      // from FSOUND_Init to FSOUND_Close
@@ -34,7 +34,7 @@ struct Sound {
     Sound(Sound&&) = delete;
     Sound& operator=(const Sound&) = delete;
     Sound& operator=(Sound&&) = delete;
-    // A process may end in the middle of everything, with the mixer at work.
+    // The process may exit at any time, while the mixer is running.
     ~Sound();
 };
 
@@ -52,7 +52,7 @@ bool isModule(const FMUSIC_MODULE* handle)
                                [&](const auto& module) { return module.get() == handle; });
 }
 
-// Null when there is no device.
+// Null if no sound device can be opened.
 std::unique_ptr<Output> openOutput()
 {
     if (sound.silent) {
@@ -187,7 +187,7 @@ signed char FMUSIC_FreeSong(FMUSIC_MODULE* module)
 
 void FSOUND_Close()
 {
-    // Silence first: the output may be in the middle of a long block, and closing waits for it.
+    // Stopped first, so that the rest of the block that closing waits for is only silence.
     sound.mixer.stopAll();
     sound.output.reset();
     sound.silent = false;

@@ -5,7 +5,8 @@
 
 namespace {
 
-// The player tells its position as of the end of what it rendered last, so pieces are small.
+// Audio frames that are mixed at a time. The player only tells which row it is in at the end of
+// what it has rendered, so a new row is noticed up to one piece late.
 constexpr std::size_t kPieceFrames = 32;
 constexpr std::size_t kPieceSamples = kPieceFrames * kMixChannels;
 
@@ -27,7 +28,7 @@ bool seek(FMUSIC_MODULE& module, int order)
     return true;
 }
 
-// The cells of the row where the module stands now.
+// The cells of the module's current row.
 std::span<const ZxxCell> currentCells(const FMUSIC_MODULE& module)
 {
     const int pattern = module.player.get_current_pattern();
@@ -99,7 +100,7 @@ void Mixer::mix(std::span<std::int16_t> samples)
     }
 }
 
-// Mixes one piece and notes the effects of the row that begins in it. False when nothing plays.
+// Mixes one piece and copies the effects of the row that begins in it. False if no module plays.
 bool Mixer::mixPiece(std::span<std::int16_t> samples, RowEffects& effects)
 {
     const std::scoped_lock held(lock_);
@@ -108,7 +109,7 @@ bool Mixer::mixPiece(std::span<std::int16_t> samples, RowEffects& effects)
     }
     FMUSIC_MODULE& module = *playing_;
 
-    // Floats rounded once: the player's own 16-bit output adds random noise.
+    // Rendered as floats and rounded here, since the player's own 16-bit output adds random noise.
     std::array<float, kPieceSamples> mixed{};
     module.player.read_interleaved_stereo(kMixRateHz, samples.size() / kMixChannels, mixed.data());
     std::transform(samples.begin(), samples.end(), mixed.begin(), samples.begin(),

@@ -11,13 +11,13 @@
 
 namespace {
 
-// Far above any module, far below what would trouble the machine.
-constexpr std::uintmax_t kLargestFileBytes = std::uintmax_t{64} << 20U;
+// Far more than a module has, and far less than a machine's memory.
+constexpr std::uintmax_t kMaxFileBytes = std::uintmax_t{64} << 20U;
 
 constexpr int kForEver = -1;
 
-// A jump cuts what sounds: where the player works out what would be sounding there, the result
-// depends on what was played before.
+// seek.sync_samples is off, so a jump cuts the sounding notes: with it, the player would work out
+// which notes sound at the new place, but the result depends on what was played before.
 const std::map<std::string, std::string> kPlayerSettings = {
     {"load.skip_plugins",       "1"},
     {"load.skip_subsongs_init", "1"},
@@ -31,12 +31,12 @@ SoundError readFile(const char* path, std::vector<std::uint8_t>& bytes)
     if (status.type() == std::filesystem::file_type::not_found) {
         return SoundError::fileNotFound;
     }
-    // Looked at before opening: opening a pipe would wait for somebody to write into it.
+    // Checked before the file is opened: opening a pipe would wait for a writer.
     if (status.type() != std::filesystem::file_type::regular) {
         return SoundError::unreadableFile;
     }
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size > kLargestFileBytes) {
+    if (error || size > kMaxFileBytes) {
         return SoundError::unreadableFile;
     }
     bytes.resize(static_cast<std::size_t>(size));

@@ -16,18 +16,18 @@
 struct FMUSIC_MODULE {
     FMUSIC_MODULE(std::span<const std::uint8_t> file, std::vector<ZxxCell> cells);
 
-    std::ostream noLog{nullptr}; // the player reports here for as long as it lives
+    std::ostream noLog{nullptr}; // where the player reports, as long as it lives; drops everything
     openmpt::module player;
     std::vector<ZxxCell> zxxCells; // by pattern and row
 
     FMUSIC_CALLBACK callback = nullptr;
     float gain = 1.0F;
 
-    // The row whose effects were performed last; order -1 when there was none since the start or
-    // the latest jump.
+    // The row whose effects were performed last; order -1 if there was none since the start or the
+    // latest jump.
     int order = -1;
     int row = 0;
 };
 
-// Reads the XM file at `path`. Without an error, `module` holds it afterwards.
+// Reads the XM file at `path` into `module`, which stays as it is if there is an error.
 SoundError loadModule(const char* path, std::unique_ptr<FMUSIC_MODULE>& module);

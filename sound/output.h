@@ -1,7 +1,7 @@
 #pragma once
 
-// Where the mixed sound goes. An output asks a mixer for blocks of samples, on a thread of its own,
-// from its making until its destructor returns.
+// Where the mixed sound goes. From its construction until its destructor returns, an output asks a
+// mixer for blocks of audio frames, on a thread of its own.
 class Output {
 public:
     Output() = default;

@@ -10,9 +10,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Blocks = std::chrono::duration<std::int64_t, std::ratio<kBlockFrames, kMixRateHz>>;
 
-// A process that was held up for longer goes on where it stopped, as it would with a device;
-// shorter delays are made up for.
-constexpr std::chrono::seconds kLongestDelay{1};
+// Up to this delay, mixing catches up with the clock; after a longer one, as when the process was
+// stopped, it goes on where it was, as it would with a device.
+constexpr std::chrono::seconds kMaxCaughtUp{1};
 
 } // namespace
 
@@ -30,7 +30,7 @@ void SilentOutput::run(const std::stop_token& stop)
     for (Blocks mixed{0}; !stop.stop_requested(); ++mixed) {
         const Clock::time_point due = start + std::chrono::floor<Clock::duration>(mixed);
         wake_.wait_until(held, stop, due, [] { return false; });
-        if (const Clock::time_point now = Clock::now(); now - due > kLongestDelay) {
+        if (const Clock::time_point now = Clock::now(); now - due > kMaxCaughtUp) {
             start += now - due;
         }
         mixer_.mix(block);

@@ -8,9 +8,8 @@
 #include <stop_token>
 #include <thread>
 
-// An output that nobody hears: a thread that mixes block after block at the pace of the clock and
-// drops them. It begins with its construction and has ended when its destructor returns, at once
-// even in the middle of a wait.
+// An output without sound: its thread mixes block after block at the pace of the clock and drops
+// them. The destructor ends the thread at once, even while it waits for its next block.
 class SilentOutput : public Output {
 public:
     explicit SilentOutput(Mixer& mixer); // borrowed
@@ -21,5 +20,5 @@ private:
     Mixer& mixer_;
     std::mutex waiting_;
     std::condition_variable_any wake_;
-    std::jthread thread_; // last, so that it ends before the others go
+    std::jthread thread_; // last, so that it ends before the others are destroyed
 };

@@ -1,4 +1,4 @@
-// What can go wrong, numbered as the library's callers know it.
+// Errors, with the numbers that the sound library's callers expect.
 #pragma once
 
 enum class SoundError : int {

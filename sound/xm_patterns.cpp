@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kMagic = "Extended Module: ";
 constexpr std::size_t kFixedHeaderBytes = 80; // everything in front of the order list
-constexpr std::size_t kHeaderSizeAt = 60;     // header size fields count from where they stand
+constexpr std::size_t kHeaderSizeAt = 60;     // the size counts from this field itself
 
 constexpr unsigned kByteRowsVersion = 0x0102; // pattern headers with a byte for the rows
 constexpr unsigned kPatternsFirstVersion = 0x0104;
@@ -32,8 +32,8 @@ constexpr unsigned kAllFields = 0x1F;
 constexpr std::uint8_t kAdpcmSample = 0xAD;
 constexpr unsigned kWideSample = 0x10 | 0x20; // 16 bit, stereo: never packed as ADPCM
 
-// A place in the file. It may lie past the end, behind a sample that was cut short: then nothing
-// is left to be read.
+// A place in the file. It may lie past the end, after a sample that was cut short; then there is
+// nothing left to read.
 class Place {
 public:
     explicit Place(std::span<std::uint8_t> file) : file_(file) {}
@@ -44,7 +44,7 @@ public:
     }
     void skip(std::uint64_t bytes) { at_ += bytes; }
 
-    // The next bytes; holds() has to cover them.
+    // The next bytes; only after holds() was true for them.
     [[nodiscard]] std::span<std::uint8_t> bytes(std::size_t count) const
     {
         return file_.subspan(static_cast<std::size_t>(at_), count);
@@ -64,7 +64,7 @@ private:
     std::uint64_t at_ = 0;
 };
 
-// Takes the Zxx cells out of one pattern's data. Data that ends early leaves the rest empty.
+// Takes the Zxx effects out of one pattern's data. If it ends early, its other cells are empty.
 void takeFromPattern(std::span<std::uint8_t> data, unsigned pattern, unsigned rows,
                      unsigned channels, std::vector<ZxxCell>& cells)
 {
@@ -122,8 +122,8 @@ bool walkPatterns(Place& place, unsigned version, unsigned patterns, unsigned ch
 }
 
 // Walks over one instrument's header and its samples' headers and appends the samples' lengths in
-// the file to `sampleBytes`. Some trackers write short instrument headers, so their own sizes
-// count; sample headers have one size, whatever the instrument says about it.
+// the file to `sampleBytes`. Some trackers write short instrument headers, so the size that each
+// header states is used; sample headers always have the same size, whatever the instrument states.
 bool walkInstrument(Place& place, std::vector<std::uint64_t>& sampleBytes)
 {
     if (!place.holds(4)) {
@@ -149,7 +149,7 @@ bool walkInstrument(Place& place, std::vector<std::uint64_t>& sampleBytes)
     return true;
 }
 
-// Something of each sample has to be there; the last one of the file may be cut short.
+// The first byte of each sample has to be there, so only the last one may be cut short.
 bool walkSamples(Place& place, std::vector<std::uint64_t>& sampleBytes)
 {
     for (const std::uint64_t bytes : sampleBytes) {
@@ -192,7 +192,7 @@ SoundError takeZxxCells(std::span<std::uint8_t> file, std::vector<ZxxCell>& cell
     place.skip(kHeaderSizeAt + std::uint64_t{headerBytes});
 
     // Old files have all headers first, then the patterns, then all samples; newer ones have the
-    // patterns first and each instrument's samples right behind its headers.
+    // patterns first and each instrument's samples right after its headers.
     std::vector<std::uint64_t> sampleBytes;
     const bool patternsFirst = version >= kPatternsFirstVersion;
     bool whole = !patternsFirst || walkPatterns(place, version, patterns, channels, cells);

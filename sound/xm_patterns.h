@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-// A Zxx effect and the place in the module where it stands.
+// A Zxx effect and its place in the module.
 struct ZxxCell {
     std::uint16_t pattern = 0;
     std::uint16_t row = 0;
@@ -15,11 +15,12 @@ struct ZxxCell {
     bool operator==(const ZxxCell&) const = default;
 };
 
-// Empties every cell of the effect Zxx in the bytes of an XM file, so that whoever plays them
-// afterwards hears nothing of it, and puts what stood there into `cells`: by pattern and row, and
-// within a row in channel order. Nothing else in the file changes.
+// Takes every Zxx effect out of the bytes of an XM file, so that the player does not see it, and
+// puts it into `cells`: by pattern and row, and within a row in channel order. Nothing else in the
+// file changes.
 //
-// The walk covers the whole file: patterns, instrument headers, sample headers and the beginning
-// of every sample's data have to be there, and only the last sample may end early. Other files get
-// unknownFormat (not an XM file), unknownVersion or unreadableFile, with `file` half done.
+// Reads the whole file: patterns, instrument headers, and the headers of the instruments' samples
+// have to be there, and so has the beginning of every sample's data; only the last sample may end
+// early. For other files it returns unknownFormat (not an XM file), unknownVersion or
+// unreadableFile, and may have changed a part of `file`.
 SoundError takeZxxCells(std::span<std::uint8_t> file, std::vector<ZxxCell>& cells);
