@@ -1,9 +1,9 @@
-// Adding one colour into runs of 32-bit pixels, bytes red, green, blue, alpha.
+// Adds one colour to runs of 32-bit pixels, bytes red, green, blue, alpha.
 //
-// A byte becomes min(255, byte + colour), and of that the low 8 bits: a negative colour wraps below
-// 0. Alpha becomes 0. Two forms of the same work: addRunPortable, one pixel in one word at a time,
-// and addRunSse2, four pixels in one register. addRun is the better one that the machine surely
-// has.
+// A byte becomes the low 8 bits of min(255, byte + colour), so with a negative colour it wraps
+// around below 0. Alpha becomes 0. There are two forms: addRunPortable works on one pixel in one
+// word at a time, addRunSse2 on four pixels in one register. addRun is the faster one that every
+// machine the program is compiled for has.
 #pragma once
 
 #include <algorithm>
@@ -19,7 +19,7 @@
 
 // A colour as the words that are added: a channel is in one of them and 0 in the other.
 struct AddedColour {
-    std::uint32_t saturating = 0; // channels of 0 and more; those above 255 fill a byte as 255 does
+    std::uint32_t saturating = 0; // channels of 0 and more; those above 255 count as 255
     std::uint32_t wrapping = 0;   // negative channels, modulo 256
     std::uint32_t kept = 0;       // everything but alpha
 
@@ -88,7 +88,7 @@ inline void addRunSse2(std::uint8_t* pixels, std::ptrdiff_t count, const AddedCo
         store(pixels, add(load(pixels)));
     }
 
-    // The last one to four; what lies behind them is written back as it was.
+    // The last one to four pixels; the bytes after them are written back unchanged.
     alignas(16) static constexpr std::array<std::int32_t, 8> kRuns = {-1, -1, -1, -1, 0, 0, 0, 0};
     const __m128i inside = load(kRuns.data() + (4 - count));
     const __m128i before = load(pixels);

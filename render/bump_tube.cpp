@@ -1,6 +1,7 @@
-// Every frame: two bilinear samples of height per vertex push the wall outward, a cross product of
-// the neighbours' distances gives its normal, and the normal shifts the place in the light texture.
-// Then each column of cells is drawn as one strip twice, the second time multiplying.
+// Every frame: at each vertex, the bilinear heights of two maps push the wall outward, the cross
+// product of the vectors between its neighbours gives the normal, and the normal shifts the place
+// in the light texture. Then each column of cells is drawn as one strip twice: the base texture,
+// then the light, which multiplies it.
 #include "render/bump_tube.h"
 
 #include "base/fatal.h"
@@ -32,14 +33,14 @@ constexpr int kFractionBits = 16;
 constexpr std::int32_t kFractionMask = 0xffff;
 constexpr float kOneTexel = 65536.0F;
 
-// How fast the maps scroll, in 65536ths of a texel per second, against the sense of the axes.
+// How fast the maps scroll, in 65536ths of a texel per second, against the direction of the axes.
 constexpr double kScrollX1 = 7077888.5;
 constexpr double kScrollY1 = 5308415.9296875;
 constexpr double kScrollX2 = -2949120.0;
 constexpr double kScrollY2 = 13035110.34375;
 
-// After a few minutes the fastest map is past the range of its position. The maps repeat, and so do
-// positions modulo 2^32: the motion goes on smoothly.
+// After a few minutes, the position of the fastest map no longer fits into 32 bits and wraps
+// around. 2^32 is a multiple of the map's size, so the motion goes on smoothly.
 std::int32_t scrolled(float time, double speed)
 {
     return static_cast<std::int32_t>(-static_cast<std::int64_t>(time * speed));
@@ -66,7 +67,7 @@ std::int32_t texelOf(int column, int ring)
                                      kMapMask);
 }
 
-// The height between four texels; the map goes on at its start where it ends.
+// The bilinear height between four texels; past its end the map starts again.
 float height(const std::uint8_t* map, std::uint32_t texel, float fx, float fy)
 {
     const auto at = [=](std::uint32_t offset) {
@@ -185,8 +186,8 @@ std::size_t BumpTube::index(int column, int ring) const
            static_cast<std::size_t>(column);
 }
 
-// Wraps around both ways. The closing column counts as one of its own, so the neighbour before
-// column 0 is at the very same place.
+// Wraps around in both directions. The closing column counts as a column of its own, so the
+// neighbour before column 0 has the same place as column 0.
 const BumpTube::Vertex& BumpTube::neighbour(int column, int ring) const
 {
     return vertices_[index(wrapped(column, slices_ + 1), wrapped(ring, stacks_ + 1))];

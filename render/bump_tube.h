@@ -15,27 +15,26 @@
 // borrowed.
 class BumpTube {
 public:
-    // Makes the tube at rest, `radius` and `length` in world units. Seeds the C library's random
-    // numbers with the current time and scrolls the maps to random places. Without the memory for
-    // it, the process ends with a message on standard error and status 0.
+    // Makes the tube at rest, without bulges; `radius` and `length` are in world units. Seeds the C
+    // library's random numbers with the current time and scrolls the maps to random places. If
+    // there is no memory for it, the process ends with a message on standard error and status 0.
     void build(int slices, int stacks, float radius, float length);
 
-    // Two maps of 1024 x 1024 bytes, rows back to back, which may be the same one. Together, 45
-    // steps of height add one rest radius.
+    // Two maps of 1024 x 1024 bytes, rows back to back; both may be the same one. The radius grows
+    // with the sum of their heights: 45 adds one radius at rest.
     void setHeightMaps(const std::uint8_t* first, const std::uint8_t* second);
 
     void setBaseTexture(unsigned name) { baseTexture_ = name; }
     void setLightTexture(unsigned name) { lightTexture_ = name; }
     void setRotation(float x, float y, float z) { rotation_ = {x, y, z}; } // degrees
 
-    // The part of draw() that needs no OpenGL: bulges the wall by the maps where the call before
-    // left them, lights it, and scrolls the maps to a time in seconds.
+    // The part of draw() that needs no OpenGL: bulges the wall by the maps, which are where the
+    // previous call has scrolled them to, lights it, and scrolls the maps to a time in seconds.
     void update(float time);
 
-    // Computes and draws the tube for a time in seconds, with the maps where the call before left
-    // them, and scrolls the maps to this time. Expects the depth state to be set. Leaves the
-    // model-view matrix as it was, texturing enabled with the light texture bound, and blending
-    // enabled with (GL_DST_COLOR, GL_ZERO).
+    // Calls update() and draws the tube for a time in seconds. Expects the depth state to be set.
+    // Leaves the model-view matrix as it was, texturing enabled with the light texture bound, and
+    // blending enabled with (GL_DST_COLOR, GL_ZERO).
     void draw(float time);
 
     struct Vertex {

@@ -3,22 +3,22 @@
 #include <array>
 #include <cstdint>
 
-// A cube of twelve triangles, drawn through OpenGL's matrix stack in one of three styles: triangles
-// of flat colours (1), wire lines (2) or textured triangles (3). Any other style draws nothing.
+// A cube of twelve triangles, drawn through OpenGL's matrix stack in one of three modes: triangles
+// of flat colours (1), wire lines (2) or textured triangles (3). Any other mode draws nothing.
 //
 // The cube is turned about its own centre (in degrees, about z, then y, then x), then scaled, then
-// moved (world units). It owns nothing; a texture is borrowed by name. Mode, position, rotation and
-// scale, and for wire lines alpha, width and colour, must be set before the first draw.
+// moved (world units). It owns nothing; a texture is borrowed by name. Before the first draw, the
+// mode, position, rotation and scale must be set, and for wire lines alpha, width and colour too.
 class CubeMesh {
 public:
-    // The styles that can be drawn.
+    // The modes that draw something.
     enum DrawMode : int { kColoured = 1, kWire, kTextured };
 
-    // Fills corners, triangles and colours; an edge is two half sizes long.
+    // Fills corners, triangles and colours; an edge is 2 * halfSize long.
     void build(float halfSize);
 
     void setDrawMode(int mode) { drawMode_ = mode; }
-    void setTexture(unsigned name) { texture_ = name; } // 0 draws styles 1 and 3 untextured
+    void setTexture(unsigned name) { texture_ = name; } // 0 draws modes 1 and 3 untextured
     void setAlpha(float alpha) { alpha_ = alpha; }      // of the wire lines
     void setPosition(float x, float y, float z) { position_ = {x, y, z}; }
     void setRotation(float x, float y, float z) { rotation_ = {x, y, z}; }
@@ -27,8 +27,8 @@ public:
     void setLineColour(float r, float g, float b) { lineColour_ = {r, g, b}; }
 
     // Draws with the current blend and depth state and leaves the model-view matrix as it was.
-    // Styles 1 and 3 leave texturing enabled if the cube has a texture; style 2 leaves its line
-    // width. Wire lines show every face's diagonal and go twice along every edge and diagonal.
+    // Modes 1 and 3 leave texturing enabled if the cube has a texture; mode 2 leaves its line width
+    // set. Wire lines include a diagonal of every face, and each line is drawn twice.
     void draw() const;
 
 private:

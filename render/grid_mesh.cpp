@@ -11,7 +11,7 @@
 
 namespace {
 
-// As many floats for each slot of each row.
+// Allocates `perSlot` floats for each slot of each row.
 Array<float> allocateFloats(int rows, int columns, int perSlot)
 {
     const std::int64_t rowSlots = 2 * (std::int64_t{columns} + 2);
@@ -43,12 +43,12 @@ void GridMesh::build(int x, int y, int width, int height, int columns, int rows,
     const auto viewportWidth = static_cast<float>(viewportWidth_);
     const auto viewportHeight = static_cast<float>(viewportHeight_);
     const double halfFieldOfView = degToRad(fovDegrees_ * 0.5F);
-    const auto viewHeight = static_cast<float>(2.0 * std::tan(halfFieldOfView) * depth);
-    const float viewWidth = aspect_ * viewHeight;
-    const float gridWidth = viewWidth * (static_cast<float>(width) / viewportWidth);
-    const float gridHeight = viewHeight * (static_cast<float>(height) / viewportHeight);
-    const float left = -viewWidth / 2.0F + viewWidth * static_cast<float>(x) / viewportWidth;
-    const float top = viewHeight / 2.0F - viewHeight * static_cast<float>(y) / viewportHeight;
+    const auto visibleHeight = static_cast<float>(2.0 * std::tan(halfFieldOfView) * depth);
+    const float visibleWidth = aspect_ * visibleHeight;
+    const float gridWidth = visibleWidth * (static_cast<float>(width) / viewportWidth);
+    const float gridHeight = visibleHeight * (static_cast<float>(height) / viewportHeight);
+    const float left = -visibleWidth / 2.0F + visibleWidth * static_cast<float>(x) / viewportWidth;
+    const float top = visibleHeight / 2.0F - visibleHeight * static_cast<float>(y) / viewportHeight;
 
     vertices_ = allocateFloats(rows, columns, 3);
     texCoords_ = allocateFloats(rows, columns, 2);

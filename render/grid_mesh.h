@@ -15,16 +15,17 @@
 //             | / | / |         |
 //             1   3   5  ...  2 columns + 1  points (r + 1, 0), (r + 1, 1) ...
 //
-// and two slots more behind each strip, which nobody draws or writes. So every inner row of points
-// is there twice, and a deformer must write both copies.
+// After each strip there are two more slots, which are not used. Every inner row of points is there
+// twice, and a deformer must write both copies.
 class GridMesh {
 public:
-    // The viewport in pixels and its vertical field of view in degrees; comes before build.
+    // The viewport in pixels and its vertical field of view in degrees; must be called before
+    // build.
     void setProjection(int viewportWidth, int viewportHeight, float fovDegrees);
 
     // Makes the grid over a rectangle, in pixels from the viewport's top left corner, x to the
     // right and y down, `depth` world units before the eye. Texture coordinates go from (0, 0) at
-    // the top left to (1, 1). Without the memory for it, the process ends with a message on
+    // the top left to (1, 1). If there is no memory for it, the process ends with a message on
     // standard output and status 1.
     void build(int x, int y, int width, int height, int columns, int rows, float depth);
 
@@ -44,7 +45,7 @@ public:
     [[nodiscard]] float* texCoords() { return texCoords_.get(); }
 
     // Floats from one strip's texture coordinates to the next one's. The top copy of (r, c) is at
-    // r * stripStride() + 4c, the bottom copy of (r + 1, c) two floats behind it.
+    // r * stripStride() + 4c, the bottom copy of (r + 1, c) two floats after it.
     [[nodiscard]] std::ptrdiff_t stripStride() const { return 4 * (std::ptrdiff_t{columns_} + 2); }
 
     // Draws with the current blend and depth state. Leaves the model-view matrix as it was, the

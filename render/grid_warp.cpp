@@ -11,7 +11,7 @@ struct GridWarp::Motion {
     double pace;                                       // of all four
     double waves;                                      // of zoom for a phase of one
     double zoomRange;
-    int pointsLeft; // out at the end of each row and column
+    int skippedPoints; // at the end of each row and column
 };
 
 constexpr GridWarp::Motion GridWarp::kSwell = {
@@ -22,7 +22,7 @@ constexpr GridWarp::Motion GridWarp::kSwell = {
     .pace = 1.5,
     .waves = 0.6,
     .zoomRange = 1.3,
-    .pointsLeft = 0,
+    .skippedPoints = 0,
 };
 constexpr GridWarp::Motion GridWarp::kFast = {
     .topLeft = 3.14,
@@ -32,7 +32,7 @@ constexpr GridWarp::Motion GridWarp::kFast = {
     .pace = 5.0,
     .waves = 1.0,
     .zoomRange = 2.0,
-    .pointsLeft = 1,
+    .skippedPoints = 1,
 };
 
 namespace {
@@ -75,10 +75,10 @@ void GridWarp::rewrite(float time, const Motion& motion, float base)
     // Phases advance by addition, down both edges and along each row.
     float left = phaseTopLeft_;
     float right = phaseTopRight_;
-    for (int r = 0; r <= rows - motion.pointsLeft; ++r) {
+    for (int r = 0; r <= rows - motion.skippedPoints; ++r) {
         const float step = (right - left) / columnCount;
         float phase = left;
-        for (std::ptrdiff_t c = 0; c <= columns - motion.pointsLeft; ++c) {
+        for (std::ptrdiff_t c = 0; c <= columns - motion.skippedPoints; ++c) {
             const auto zoom = static_cast<float>(
                 (std::cos(motion.waves * phase) + 1.0) * 0.5 * motion.zoomRange + base);
             const float u = static_cast<float>(c) / columnCount / zoom;

@@ -15,8 +15,8 @@ public:
     // Rewrites every point for a time in seconds; zooms are between 0.5 and 1.8.
     void apply(float time);
 
-    // Wilder variants, with zooms from 0.5 or `base` to 2 more. They leave the last column and the
-    // last row of points as they are.
+    // Wilder variants: zooms are between 0.5 and 2.5, or between `base` and `base` + 2. They leave
+    // the last column and the last row of points as they are.
     void applyFast(float time);
     void applyFastBiased(float time, float base);
 

@@ -1,6 +1,7 @@
-// The figure is a closed tangle of segments between two ends that swing on curves of their own.
-// A thick line is a walk along its longer axis with a short bar of pixels across it at every step;
-// the bars only add, and add each pixel once, so a flat line may fill the same pixels row by row.
+// The figure is a closed tangle of segments whose two ends swing on curves of their own.
+// A thick line is a walk along its longer axis, with a short bar of pixels across it at every step.
+// The bars add to each pixel once, in any order, so a shallow line fills the same pixels row by
+// row.
 #include "render/line_set.h"
 
 #include "base/fatal.h"
@@ -39,14 +40,14 @@ constexpr std::array kCoolColours = {
     Colour{63.0F, 63.0F, 2.0F},
 };
 
-// Positions along a walk are 16.16 fixed point, held in 64 bits: where a segment comes from far
-// outside, its part inside is still drawn right.
+// Positions along a walk are fixed point with 16 fractional bits, held in 64 bits, so that a
+// segment that begins far outside the target is still drawn right inside it.
 constexpr int kFractionBits = 16;
 constexpr float kOnePixel = 65536.0F;
 
-// A segment longer than this many pixels along an axis is not drawn: it touches the plane of the
-// eye. Without it everything below fits into 64 bits.
-constexpr float kLongest = 0x1p40F;
+// A segment longer than this many pixels along an axis is not drawn: one of its ends is almost in
+// the plane of the eye. With shorter ones, everything below fits into 64 bits.
+constexpr float kMaxLength = 0x1p40F;
 
 struct Canvas {
     Canvas(std::uint8_t* targetPixels, std::int64_t targetWidth, std::int64_t targetHeight)
@@ -77,7 +78,7 @@ std::int64_t truncate(float value)
     return static_cast<std::int64_t>(value);
 }
 
-// A colour as drawLine takes it: truncated, far more than a byte as such, no number as 0.
+// A colour as drawLine takes it: truncated, limited to a range far larger than a byte's, 0 for NaN.
 int truncateColour(float colour)
 {
     constexpr float kFar = 0x1p20F;
@@ -115,11 +116,11 @@ void drawSteep(const Canvas& canvas, const Segment& s, std::int64_t thickness,
     }
 }
 
-// Where a walk that gains `step` > 0 per column reaches one row after the other. One division at
-// the start, then additions.
+// The columns at which a walk that goes down by `step` > 0 per column reaches one row after the
+// other. One division at the start, then additions.
 class RowCrossings {
 public:
-    // The first column at or below `row`, which the walk has not reached at its start.
+    // Starts with the column that reaches `row`, which must be below the start of the walk.
     RowCrossings(std::int64_t start, std::int64_t step, std::int64_t row)
         : step_{step}, columnsPerRow_{kOne / step}, restPerRow_{kOne % step}
     {
@@ -201,7 +202,7 @@ void fillShallow(const Canvas& canvas, const ShallowWalk& walk, std::int64_t thi
     const std::int64_t firstY = (start + from * step) >> kFractionBits;
     const std::int64_t lastY = (start + (to - 1) * step) >> kFractionBits;
 
-    // A level walk crosses no row, whatever its step is taken for.
+    // A level walk crosses no row; a step of 1 instead of 0 changes nothing then.
     RowCrossings below{start, std::max<std::int64_t>(step, 1), firstY + 1};
     RowCrossings within = below; // the same columns, `thickness` rows later
     for (std::int64_t row = firstY; row < lastY + thickness; ++row) {
@@ -281,7 +282,7 @@ void LineSet::create(int vertexCount)
 
 void LineSet::generate(int style)
 {
-    // Nothing here draws a random number; who does afterwards gets a new show every time.
+    // Not for this figure: the scenes' later random numbers differ from show to show.
     std::srand(static_cast<unsigned>(std::time(nullptr)));
 
     float t = 0.0F;
@@ -406,10 +407,12 @@ void LineSet::drawLine(float x0, float y0, float x1, float y1, int c0, int c1, i
         return;
     }
 
-    // What is left has an end on or across each border, so a bound on its length bounds its ends.
+    // A segment that is left has, for each border of the target, an end on its inner side. So a
+    // limit for the length is also one for the ends.
     s.dx = s.xa - s.xb;
     s.dy = s.ya - s.yb;
-    const bool drawable = std::fabs(s.dx) < kLongest && std::fabs(s.dy) < kLongest; // no if NaN
+    const bool drawable =
+        std::fabs(s.dx) < kMaxLength && std::fabs(s.dy) < kMaxLength; // false for NaN
     if (!drawable || thickness < 1) {
         return;
     }

@@ -1,9 +1,9 @@
 // A three-dimensional figure of coloured line segments, drawn in software into 32-bit pixels.
 //
 // The figure is made once; every frame it is turned, moved, divided by depth and rasterised:
-// setTarget, the angles, setPosition, transform, scaleColours if wanted, setThickness, draw.
-// The eye is at the origin; x and y of -1 to 1 after the division span the target, rows grow with
-// y. Lines add their colour into the pixels, so that crossing lines brighten each other.
+// setTarget, the angles, setPosition, transform, scaleColours (optional), setThickness, draw.
+// The eye is at the origin; after the division, x and y from -1 to 1 cover the target, with y
+// downward. Lines add their colour to the pixels, so that crossing lines brighten each other.
 #pragma once
 
 #include <array>
@@ -17,13 +17,13 @@ struct LineVertex {
     float x;
     float y;
     float z;
-    std::array<float, 3> colour; // 0 to 255, added into the bytes blue, green, red
+    std::array<float, 3> colour; // 0 to 255, added to the bytes blue, green, red
 };
 
 class LineSet {
 public:
-    // Makes room for an even number of vertices, all at the origin, and resets angles and scale.
-    // An odd number, or too little memory, ends the process with a message on standard error.
+    // Allocates an even number of vertices, all at the origin, and resets angles and scale. An odd
+    // number, or too little memory, ends the process with a message on standard error.
     void create(int vertexCount);
 
     // Fills the figure from its curve, in warm colours for style 1 and cool ones for style 2; other
@@ -42,7 +42,7 @@ public:
     // Builds the matrix from angles, scale and position.
     void buildMatrix();
 
-    // Builds the matrix and puts the whole figure through it, colours copied.
+    // Builds the matrix and transforms the whole figure with it; colours are copied.
     void transform();
 
     // Gives the first half of the transformed vertices their source colour times `factor`.
@@ -54,8 +54,9 @@ public:
     // Divides and draws every segment; transform must run again before the next draw.
     void draw();
 
-    // Draws one segment, in pixels, into `pixels` of the target's size. c0, c1 and c2 are added
-    // into the bytes blue, green and red; alpha becomes 0 wherever a line is. Never writes outside.
+    // Draws one segment, in pixels, into `pixels`, which have the target's size. c0, c1 and c2 are
+    // added to the bytes blue, green and red; alpha becomes 0 where the line is. Never writes
+    // outside the target.
     void drawLine(float x0, float y0, float x1, float y1, int c0, int c1, int c2,
                   std::uint8_t* pixels, int thickness) const;
 
@@ -73,7 +74,7 @@ private:
     using VertexArray = std::unique_ptr<LineVertex[]>; // NOLINT(modernize-avoid-c-arrays)
 
     static VertexArray allocate(std::size_t size);
-    [[nodiscard]] std::size_t size() const; // of the arrays: none for a negative count
+    [[nodiscard]] std::size_t size() const; // of the arrays: 0 for a negative vertexCount_
     [[nodiscard]] std::size_t segments() const { return size() / 2; }
 
     std::array<float, 3> angles_{}; // about x, y and z

@@ -2,20 +2,19 @@
 
 #include <array>
 
-// A picture put on the screen by pixels: a textured quad that covers a given rectangle of the
-// viewport exactly, at a depth in front of the eye, and that can be offset, rotated and faded from
-// there.
+// A picture placed on the screen in pixels: a textured quad that covers a given rectangle of the
+// viewport exactly, at a depth in front of the eye, and that can then be offset, rotated and faded.
 //
 // Rectangles are in pixels from the viewport's top-left corner, x to the right and y down; they may
 // reach beyond the viewport. Offsets are in world units, angles in degrees. The depth does not
 // change what an unmoved quad covers; it matters once the quad is offset, rotated or overlaps other
 // things. The texture is borrowed by name; the quad owns nothing.
 //
-// init() and place() read displayMetrics, so they come after initGL.
+// init() and place() read displayMetrics, so initGL must have run before.
 class ScreenQuad {
 public:
-    // Fills the viewport at `depth`, opaque, unmoved, with the whole texture, its first row on top.
-    // Keeps the texture.
+    // Fills the viewport at `depth` with the whole texture, its first row on top; opaque, neither
+    // offset nor rotated. Keeps the texture.
     void init(float depth);
 
     // Covers a rectangle of the viewport.

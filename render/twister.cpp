@@ -1,5 +1,5 @@
-// Seen from the side, the bar is a turning square: the two nearer of its four edges, and of the
-// farther two the one that sticks out, bound the visible faces.
+// Seen along its axis, the bar is a turning square. Its visible faces are bounded by the two nearer
+// ones of its four edges and by that one of the farther two which sticks out.
 #include "render/twister.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::array kEdgeAngles = {0.0, 1.5707963, 3.1415926, 4.7123889}; // radians
 constexpr double kDepthScale = 100.0;
-constexpr double kLevel = 0.005; // depths closer than this show one face squarely
+constexpr double kLevel = 0.005; // with a smaller difference in depth, one face is seen head-on
 
 constexpr int kSourceSize = 256; // texels along each side
 constexpr int kSourceMask = kSourceSize - 1;

@@ -1,15 +1,15 @@
 // A row is summed level by level, not pixel by pixel: the levels of the table lie a power of two
 // apart, and read all at once they would push each other out of the cache.
 //
-// The columns that have a sample at a level are neighbours, and lie within those of the level
-// before, so sums are made without asking whether there is a sample:
+// The columns that have a sample at a level are a single span, which lies within that of the level
+// before, so that no pixel has to be asked whether it has a sample:
 //
 //      level 0   |--------------------------------|
 //      level 1      |--------------------------|
 //      level 2         |--------------------|
 //      samples    1  2          3            2  1
 //
-// Two 16-bit sums share a word, which the compiler makes into registers of eight.
+// Two 16-bit sums share a word; the compiler puts eight of them into a register.
 #include "render/zoom_blur.h"
 
 #include "base/fatal.h"
@@ -33,7 +33,7 @@ constexpr std::uint32_t kOuter = 0x00ff00ffU; // channels 0 and 2 of a pixel
 constexpr std::uint32_t kLowest = 0x000000ffU;
 constexpr std::uint32_t kLowerSum = 0x0000ffffU;
 
-// From a pixel in memory to the number that has its first byte lowest, and back.
+// From a word of memory to the number that has its first byte lowest, and back.
 std::uint32_t firstByteLowest(std::uint32_t word)
 {
     return std::endian::native == std::endian::big ? __builtin_bswap32(word) : word;
@@ -46,9 +46,8 @@ std::uint32_t pixelAt(const std::uint8_t* bytes)
     return firstByteLowest(word);
 }
 
-// What a sum is multiplied by to divide it by a count: a little more than one part, so that the
-// whole number that it is cut to is never one too small. For every sum there
-// is, this is proved below.
+// The factor that divides a sum by a count: a little more than 1 / count, so that truncation never
+// gives a quotient that is one too small. quotientsAreExact tries every sum that there can be.
 constexpr float reciprocalOf(int count)
 {
     constexpr float kLittleMore = 1.0F + 0x1p-16F;
@@ -85,7 +84,8 @@ Array<Entry> allocate(std::initializer_list<std::int64_t> sizes)
     return entries;
 }
 
-// Makes a run of pixels the sums. That none of these overlap lets the compiler fill registers.
+// Sets the sums to a run of pixels. With __restrict, which says that the arrays do not overlap, the
+// compiler can use vector registers.
 void setPixels(const std::uint8_t* __restrict source, std::int32_t count,
                std::uint32_t* __restrict outer, std::uint32_t* __restrict middle)
 {
@@ -207,7 +207,7 @@ void ZoomBlur::render(int levels)
     }
 }
 
-// The top left pixel, which no table tells from outside, has itself.
+// The top left pixel has one sample, itself, although the table's 0 stands for outside.
 void ZoomBlur::countSamples(int levels)
 {
     std::fill_n(reciprocals_.get(), row(1, 0) * width_, reciprocalOf(1));
