@@ -16,21 +16,21 @@ constexpr int kCoolFigure = 2;
 
 constexpr float kNearDepth = -7.5F;
 constexpr float kNearestDepth = -4.0F;
-constexpr double kZoomWay = 4.0; // world units toward the viewer
+constexpr double kZoomDistance = 4.0; // world units toward the viewer
 
 // What is left of a kick after each drawn frame.
 constexpr double kSpinDecay = 0.85;
 constexpr double kZoomDecay = 0.88;
 constexpr double kPulseDecay = 0.95;
 
-// A slow, never quite still turning, in radians per second; `phase` tells the axes apart.
+// A slow turning that never quite stops, in radians per second; each axis has its own `phase`.
 double wobble(float seconds, double phase)
 {
     return 0.05 * std::sin(7.0 * seconds + phase);
 }
 
-// A tremble of the whole figure, in world units, far too fast to be followed: what is seen is one
-// frame's worth of it, and that depends on the last bit of this argument.
+// A tremble of the whole figure, in world units. The sine is so fast that its value in a frame
+// depends on the last bit of its argument.
 float jitter(float seconds, double speed)
 {
     return static_cast<float>(0.05 * std::sin(speed * seconds));
@@ -107,7 +107,7 @@ void Alkupart::drawFigure(float seconds)
 
     float depth = baseDepth_;
     if (zoomActive_) {
-        depth = static_cast<float>(baseDepth_ + kZoomWay * (1.0F - zoomKick_));
+        depth = static_cast<float>(baseDepth_ + kZoomDistance * (1.0F - zoomKick_));
     }
     lines_.setPosition(jitter(seconds, 13213.13), jitter(seconds, 23332.23), depth);
     lines_.setThickness(static_cast<int>(4.0 * pulse_ + 3.0));
@@ -118,7 +118,7 @@ void Alkupart::drawFigure(float seconds)
     lines_.draw();
 }
 
-// All kicks die away; the very first frame leaves them whole.
+// All kicks die away, but not in the very first frame.
 void Alkupart::advance(float seconds)
 {
     if (prevTime_ > 0.0F) {

@@ -5,11 +5,11 @@
 #include "scenes/part.h"
 
 // Scene 0, the opening: a tumbling figure of 300 line segments, drawn in software into the line
-// canvas and stretched over the viewport.
+// canvas and stretched over the view.
 //
-// Sync events (cues::opening) kick it, and every kick dies away frame by frame: a spin thickens it
-// and ends a zoom, a glide zooms with thin lines, the other one with thick ones; two bring it near
-// and nearest with a thick spin.
+// Events (cues::opening) kick it, and every kick dies away frame by frame. kSpin draws it with
+// thick lines and ends a zoom; kGlide zooms with thin lines and kSwellAndGlide with thick ones;
+// kNear and kNearest bring it closer and spin it, with thick lines.
 class Alkupart : public Part {
 public:
     // Needs the line canvas and the display.
@@ -29,7 +29,7 @@ private:
     float pulse_ = 0.0F;       // of the lines' thickness, 1 right after a kick
     float prevTime_ = 0.0F;    // seconds, of the frame drawn before
     float spin_ = 0.0F;        // of the rotation, 1 right after a kick
-    float zoomKick_ = 0.0F;    // what is left of the zoom's way, 1 right after a kick
+    float zoomKick_ = 0.0F;    // the part of the zoom that is left, 1 right after a kick
     int zoomActive_ = 0;
     float baseDepth_ = -15.0F; // z of the figure before the zoom
 };

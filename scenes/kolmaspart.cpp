@@ -19,7 +19,7 @@ constexpr int kCopySize = 255; // pixels
 constexpr int kStartX = (kViewWidth - kCopySize) / 2;
 constexpr int kStartY = 0;
 
-// How far a step may go, beside two pixels that it always may.
+// How far a step may go, in addition to two pixels that are always possible.
 constexpr float kSmallStep = 2.5F; // pixels
 constexpr float kWideStep = 10.0F;
 constexpr float kWidestStep = 20.0F;
@@ -32,7 +32,7 @@ float flicker(float seconds)
 }
 
 // One step of the walk. The sines are so fast that a step depends on the last bits of their
-// arguments, which is what makes the walk look random.
+// arguments, so the walk looks random.
 int stepX(float seconds, int i, float scale)
 {
     const double phase = 7.25 * seconds * i;

@@ -7,8 +7,8 @@
 // Scene 2, the image trail: over the warped grid, 25 copies of one picture, added up, the last of
 // them twice, scatter from the top centre in a trembling walk and flicker.
 //
-// Sync events (cues::image_trail) choose how wide its steps are, or push the warp two seconds
-// ahead. Leaves additive blending on.
+// Events (cues::image_trail) choose how wide its steps are, or push the warp two seconds ahead.
+// Leaves additive blending on.
 class Kolmaspart : public Part {
 public:
     // Loads the picture from "data". Needs the display.

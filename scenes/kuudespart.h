@@ -9,11 +9,11 @@
 #include <array>
 #include <cstddef>
 
-// Scene 5, the tube and the greetings: a flight through a bulging, lit tube that rolls and sways,
-// and over it ten greeting lines, bands of one picture, at places drawn at random once.
+// Scene 5, the tube and the greetings: a flight through a bulging, lit tube that rolls and sways.
+// Over it ten lines of greetings, each a band of one picture, at random places that never change.
 //
-// Sync events (cues::tube) light one line each, which then fades by 2 % per drawn frame. Leaves
-// depth testing on with GL_ALWAYS, and blending on.
+// Events (cues::tube) light one line each, which then fades by 2 % per drawn frame. Leaves depth
+// testing on with GL_ALWAYS, and blending on.
 class Kuudespart : public Part {
 public:
     // Loads the pictures from "data". Needs the display.
@@ -26,7 +26,7 @@ private:
     static constexpr std::size_t kLines = cues::tube::kEvents.size();
 
     struct Position {
-        int x, y; // pixels of the viewport, a line's top left corner
+        int x, y; // pixels of the view, a line's top left corner
     };
 
     void drawTube(float seconds);

@@ -6,11 +6,11 @@
 #include "render/zoom_blur.h"
 #include "scenes/part.h"
 
-// Scene 6, the closing: a line figure, smeared along the rays from the centre, fills the viewport,
-// and a title is burnt into it in black.
+// Scene 6, the closing: a line figure, smeared along the rays from the centre, fills the view, and
+// a title is burnt into it in black.
 //
-// Neither time nor sync events move it: it advances by a fixed step per drawn frame. Leaves
-// blending on with (GL_ZERO, GL_ONE_MINUS_SRC_COLOR) and the depth function at GL_ALWAYS.
+// Neither time nor events move it: it advances by a fixed step per drawn frame. Leaves blending on
+// with (GL_ZERO, GL_ONE_MINUS_SRC_COLOR) and the depth function at GL_ALWAYS.
 class Loppupart : public Part {
 public:
     // Loads the title from "data". Needs the display.

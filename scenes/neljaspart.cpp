@@ -42,7 +42,7 @@ void Neljaspart::drawFrame(float seconds)
     drawLogo();
     drawShakenPicture();
 
-    // Back to what the show begins with, then to what the next scene finds.
+    // The blending that the show begins with, and then the one that the next scene finds.
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);
     SDL_GL_SwapBuffers();
@@ -51,18 +51,18 @@ void Neljaspart::drawFrame(float seconds)
 void Neljaspart::drawLogo()
 {
     quad_.setTexture(logo_.getTextureName());
-    quad_.place(0, 176, 256, 128); // the lower quarter is below the viewport
+    quad_.place(0, 176, 256, 128); // the lower quarter is below the view
     quad_.draw();
 }
 
-// Three times, each amplifying the light below it.
+// Three copies, each amplifying the light below it.
 void Neljaspart::drawShakenPicture()
 {
     glEnable(GL_BLEND);
     glBlendFunc(GL_DST_COLOR, GL_ONE);
     quad_.setTexture(picture_.getTextureName());
     drawPicture(128, 30);
-    // Always x before y: the order of random numbers is part of the picture.
+    // Always x before y: another order of the random numbers would be another picture.
     const int smallX = std::rand() & kSmallShake;
     const int smallY = std::rand() & kSmallShake;
     drawPicture(125 + smallX, 27 + smallY);

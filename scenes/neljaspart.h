@@ -7,8 +7,7 @@
 // Scene 3, logo and jitter: over the warped grid a logo, and a large picture three times, each
 // copy amplifying the light below it; two of the copies are shaken by a few pixels at random.
 //
-// A sync event (cues::logo_and_jitter) pushes the warp two seconds ahead. Leaves additive blending
-// on.
+// An event (cues::logo_and_jitter) pushes the warp two seconds ahead. Leaves additive blending on.
 class Neljaspart : public Part {
 public:
     // Loads the pictures from "data". Needs the display.

@@ -9,11 +9,11 @@ public:
     Part& operator=(const Part&) = delete;
     virtual ~Part() = default;
 
-    // One sync event of the music, 64 to 255. Only the current scene hears it, before it draws.
-    // Called with the queue's lock held: short, draws nothing, leaves the queue alone and never
-    // ends the process.
+    // Reacts to one event of the music, 64 to 255. Called only for the current scene, before it
+    // draws, with the queue's lock held: it must be short and must not draw, use the queue or end
+    // the process.
     virtual void syncEvent(int value) = 0;
 
-    // Draws the whole frame of demo time `seconds`: clears, draws, and swaps the buffers.
+    // Draws the whole frame at `seconds` of demo time: clears, draws, and swaps the buffers.
     virtual void drawFrame(float seconds) = 0;
 };

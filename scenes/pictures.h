@@ -1,12 +1,12 @@
-// How the scenes get their pictures from files, at 32 bits per pixel and with their textures.
+// Loads a scene's pictures from files, at 32 bits per pixel, and makes their textures.
 #pragma once
 
 #include "image/bitmap.h"
 
-// Opaque everywhere.
+// Makes the picture opaque everywhere.
 void loadOpaque(Bitmap& bitmap, const char* path);
 
-// With the file's alpha, and pure black made transparent.
+// Keeps the file's alpha and makes pure black transparent.
 void loadKeyed(Bitmap& bitmap, const char* path);
 
 // Ends the process with a message on standard error and status 0 unless the picture has the size

@@ -1,5 +1,5 @@
-// What several scenes draw with. Empty until buildWorld fills them; they live until the process
-// ends.
+// Objects that several scenes draw with. Empty until buildWorld fills them; they live until the
+// process ends.
 #pragma once
 
 #include "image/bitmap.h"
@@ -11,13 +11,13 @@ constexpr int kLineCanvasWidth = 512;
 constexpr int kLineCanvasHeight = 256;
 extern Bitmap lineCanvas;
 
-// The ground of three scenes: a grid over the whole viewport that shows the grid's picture, and
-// what makes it swell. Ready after the scenes' constructors, not before.
+// The background of three scenes: a grid over the whole view, the warp that makes it swell, and the
+// picture that it shows. Ready only after the scenes' constructors.
 extern GridMesh sharedGrid;
 extern GridWarp sharedWarp;
 extern Bitmap gridTexture;
 
 // Warps the shared grid for a time in seconds and draws it, with the alpha that it has or with a
-// new one, which it keeps.
+// new one, which the grid keeps.
 void drawWarpedGrid(float seconds);
 void drawWarpedGrid(float seconds, float alpha);

@@ -21,10 +21,10 @@ constexpr const char* kColumnPath = "data/texture2.tga";
 constexpr unsigned kColumnTextureSize = 256;
 
 constexpr double kFlashDecay = 0.55; // per drawn frame
-constexpr double kJolt = 2.24;       // radians, of a whole flash
+constexpr double kJolt = 2.24;       // radians, for a flash of 1
 
-// A title, where it stands in the viewport, and the events that show and hide it. They are drawn in
-// this order.
+// A title, its place in the view, and the events that show and hide it. Titles are drawn in this
+// order.
 struct Title {
     const char* path;
     int x, y, width, height; // pixels
@@ -44,13 +44,13 @@ constexpr std::array<std::size_t, kTitleTable.size()> kLoadingOrder = {2, 3, 4, 
 // The column is squeezed onto the right half of the view.
 constexpr int kColumnX = kViewWidth / 2;
 
-// A canvas's pixels as words.
+// A bitmap's pixels as words.
 std::uint32_t* words(Bitmap& bitmap)
 {
     return reinterpret_cast<std::uint32_t*>(bitmap.getPixels());
 }
 
-// The column in one row of the canvas.
+// The column's shape in one row of the canvas.
 int columnRadius(float seconds, int row)
 {
     return static_cast<int>(125.0 + 45.0 * std::sin(4.5 * seconds + 0.05 * row));
@@ -109,7 +109,7 @@ void Tokapart::syncEvent(int value)
     }
 }
 
-// The column covers the titles, but for the last one, which is drawn again over it.
+// The column covers all titles but the last one, which is drawn again over it.
 void Tokapart::drawFrame(float seconds)
 {
     glClear(GL_COLOR_BUFFER_BIT);
@@ -121,7 +121,7 @@ void Tokapart::drawFrame(float seconds)
     SDL_GL_SwapBuffers();
 }
 
-// Returns the place of the last title, which is empty if there is none.
+// Returns the rectangle of the last title, which is empty if no title is shown.
 Tokapart::Rectangle Tokapart::drawTitles()
 {
     Rectangle last = {0, 0, 0, 0};
@@ -136,7 +136,7 @@ Tokapart::Rectangle Tokapart::drawTitles()
     return last;
 }
 
-// The jolt dies away; the very first frame leaves it whole.
+// The jolt dies away, but not in the very first frame.
 void Tokapart::advance(float seconds)
 {
     if (prevTime_ > 0.0F) {

@@ -8,11 +8,11 @@
 #include <array>
 #include <cstddef>
 
-// Scene 1, the twister: a textured column twists and sways on the right half of the viewport, over
-// a still background and five titles.
+// Scene 1, the twister: a textured column twists and sways on the right half of the view, over a
+// still background and five titles.
 //
-// Sync events (cues::twister) show and hide one title each, and jolt the twist; the jolt dies away
-// within a few frames.
+// Events (cues::twister) show or hide one title each, and jolt the twist; the jolt dies away within
+// a few frames.
 class Tokapart : public Part {
 public:
     // Loads the pictures from "data". Needs the display.
@@ -23,7 +23,7 @@ public:
 
 private:
     struct Rectangle {
-        int x, y, width, height; // pixels of the viewport
+        int x, y, width, height; // pixels of the view
     };
     static constexpr std::size_t kTitles = 5;
 

@@ -2,7 +2,7 @@
 
 #include "scenes/part.h"
 
-// Scene 7, the empty one: black frames. Sync events do nothing.
+// Scene 7, the empty one: black frames. Events do nothing.
 class Tyhjapart : public Part {
 public:
     void syncEvent(int value) override;

@@ -19,7 +19,7 @@ constexpr double kRecession = 0.1;
 constexpr double kGridFade = 0.03;
 constexpr double kSpreadDecay = 0.05;
 
-constexpr double kFaintestGrid = 0.5;
+constexpr double kMinGridAlpha = 0.5;
 constexpr double kRestingSpread = 1.0;
 constexpr float kSmallBlowSpread = 1.25F;
 constexpr float kLargeBlowSpread = 3.75F;
@@ -33,8 +33,8 @@ constexpr std::array kLineColours = {
     Colour{0.1375F, 0.0875F, 0.1875F},
 };
 
-// Where copy i of a cloud trembles to. The sines are so fast that this depends on the last bits of
-// their arguments.
+// How far copy i of a cloud trembles away along one axis. The sines are so fast that this depends
+// on the last bits of their arguments.
 float tremble(float spread, double speed, float seconds, int i, double phase)
 {
     return static_cast<float>(spread * std::sin(speed * seconds * i + phase));
@@ -92,11 +92,11 @@ void Viidespart::drawFrame(float seconds)
     SDL_GL_SwapBuffers();
 }
 
-// One frame's step of everything that events move.
+// Moves everything that events move by one frame's step.
 void Viidespart::advance()
 {
     moveCubes();
-    if (gridAlpha_ - kGridFade > kFaintestGrid) {
+    if (gridAlpha_ - kGridFade > kMinGridAlpha) {
         gridAlpha_ = static_cast<float>(gridAlpha_ - kGridFade);
     }
     spread();

@@ -9,9 +9,10 @@
 // Scene 4, the wire cubes: over the warped grid three spinning cubes, each a cloud of 25 trembling
 // copies whose faint lines brighten what is below, recede from frame to frame.
 //
-// Sync events (cues::wire_cubes) act in the next frame, each once however often it came: they pull
-// the cubes back and flash the grid, or blow the clouds apart, little or much. Leaves depth testing
-// off and blending on with (GL_DST_COLOR, GL_ONE); the shared grid keeps the alpha of this scene.
+// Events (cues::wire_cubes) act in the next frame, once even if the same one came several times:
+// they pull the cubes back and flash the grid, or blow the clouds apart, a little or far. Leaves
+// depth testing off and blending on with (GL_DST_COLOR, GL_ONE); the shared grid keeps the alpha of
+// this scene.
 class Viidespart : public Part {
 public:
     Viidespart();
