@@ -10,8 +10,8 @@ public:
     // Makes this moment time 0 and forgets the offset.
     void start();
 
-    // Seconds since start() plus the offset, in float precision. Right across a wrap of SDL's
-    // counter.
+    // Seconds since start() plus the offset, in float precision. Correct even when SDL's counter
+    // wraps around.
     float seconds();
 
     // Adds `seconds` to every later reading.

@@ -1,8 +1,8 @@
 #pragma once
 
 // Opens a double-buffered OpenGL display of this size, full screen unless the options say
-// otherwise, and hides the mouse cursor. Ends the process with a message on standard error when
-// there is none.
+// otherwise, and hides the mouse cursor. Ends the process with a message on standard error if that
+// fails.
 void initVideo(int width, int height);
 
 // Sets the OpenGL state that every scene starts from: black clear colour, a viewport of the view's

@@ -14,7 +14,7 @@ namespace {
 constexpr Uint32 kPauseMs = 1000;   // lets the display settle before the show
 constexpr int kStatusAfterShow = 1; // 0 is the status of a failure
 
-// Takes every pending event; true when one of them ends the show.
+// Takes all of SDL's pending events; true if the viewer has pressed a key or closed the window.
 bool viewerWantsOut()
 {
     bool wantsOut = false;

@@ -1,4 +1,4 @@
-// The music on the stage: it plays the module and passes the module's Zxx effects on to the show.
+// The show's music: plays the module and passes its cues on to the show.
 #pragma once
 
 struct FMUSIC_MODULE;
@@ -7,14 +7,14 @@ struct FMUSIC_MODULE;
 // message on standard output when either fails.
 void initMusic();
 
-// Starts the module at the place of the start scene (see Options); from here on onZxx may arrive.
+// Starts the module where the start scene begins (see Options); from now on onZxx may be called.
 void startMusic(int startScene);
 
 // Stops and releases the module and closes the sound library.
 void stopMusic();
 
-// Hears every Zxx effect that the module performs: 0-63 set the current scene, 64-255 are sync
-// events for it. Runs on the mixer thread; does nothing else.
+// Called for every Zxx effect that the module performs, with its cue: 0-63 become the current
+// scene, 64-255 are events, which go into the queue. Runs on the mixer thread.
 void onZxx(FMUSIC_MODULE* module, unsigned char value);
 
 // The text of one of the sound library's error codes.

@@ -18,7 +18,7 @@ void readFlag(const char* argument)
     }
 }
 
-// Leaves the start scene as it is when the number is none of a scene.
+// Ignores everything but the number of a start scene.
 void readStartScene(const char* argument)
 {
     const long number = std::strtol(argument, nullptr, 10);

@@ -9,6 +9,6 @@ struct Options {
 
 extern Options options;
 
-// Fills `options` from the entry point's arguments. Each place on the command line means one thing,
-// and what stands where it means nothing is ignored without a message.
+// Fills `options` from main's arguments. What an argument may be depends on its position; anything
+// else there is ignored without a message.
 void readOptions(int argumentCount, char** arguments);

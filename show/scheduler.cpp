@@ -9,7 +9,7 @@
 
 namespace {
 
-// Null where no scene has this number.
+// Null if no scene has this number.
 Part* sceneAt(std::int32_t number)
 {
     const auto index = static_cast<std::size_t>(number);
@@ -33,7 +33,7 @@ void runFrame()
     } else if (number == cues::kEndOfShow) {
         quitRequested = 1; // The queue is left as it is.
     } else {
-        // No scene: the picture last shown stays, and events meant for nobody are dropped.
+        // No scene: the last frame stays on the screen, and events are dropped.
         syncQueue.clearSyncQueue();
     }
 }

@@ -1,5 +1,5 @@
-// Once per pass of the main loop: what is on now, what the music has said to it, and one frame of
-// it.
+// What happens once per pass of the main loop: the current scene gets its events and draws one
+// frame.
 #pragma once
 
 #include <atomic>
@@ -12,5 +12,5 @@ extern std::atomic<std::int32_t> currentScene;
 // Set to 1 by runFrame when the music has ended the show; never cleared. Main thread.
 extern std::int32_t quitRequested;
 
-// Delivers the pending sync events to the current scene and has it draw one frame.
+// Passes the pending events to the current scene and has it draw one frame.
 void runFrame();

@@ -9,7 +9,7 @@ constinit SyncQueue syncQueue;
 
 void SpinLock::lock()
 {
-    // Waiting only reads, so that the holder keeps the cache line to itself until it lets go.
+    // Waits by reading only, so that the cache line stays with the holder until it unlocks.
     while (taken_.exchange(1, std::memory_order_acquire) != 0) {
         while (taken_.load(std::memory_order_relaxed) != 0) {
         }

@@ -6,7 +6,8 @@
 
 class Part;
 
-// A lock for a few instructions: whoever waits turns on the spot. Usable with std::scoped_lock.
+// A lock to be held for a few instructions: a thread that waits spins. Usable with
+// std::scoped_lock.
 class SpinLock {
 public:
     void lock();
@@ -16,18 +17,18 @@ private:
     std::atomic<std::uint32_t> taken_{0};
 };
 
-// The sync events that the music has sent since the last frame, in order of arrival. The mixer
-// thread appends, the main thread takes out; a fixed array, so that neither ever allocates.
+// The events that the music has sent since the last frame, in order of arrival. The mixer thread
+// appends them and the main thread takes them out. The array is fixed so that neither allocates.
 class SyncQueue {
 public:
     // Adds an event, 64 to 255. An event that finds the queue full is dropped. Mixer thread.
     void append(int value);
 
-    // Hands every event to `scene`, oldest first, and empties the queue. The lock is held
-    // meanwhile, so the mixer thread waits for as long as the scene's syncEvent takes. Main thread.
+    // Passes every event to `scene`, oldest first, and empties the queue. The lock is held
+    // meanwhile, so the mixer thread may have to wait for the scene's syncEvent. Main thread.
     void drainSyncQueue(Part* scene);
 
-    // Forgets every event. Main thread.
+    // Drops every event. Main thread.
     void clearSyncQueue();
 
 private:

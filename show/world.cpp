@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int kGridCell = 8; // pixels, of both sides
+constexpr int kGridCell = 8; // pixels, width and height
 constexpr float kGridDepth = 10.0F;
 
 // The canvas is opaque and has its texture before any scene sees it.
@@ -40,7 +40,7 @@ void buildScenes()
     sceneTable[cues::kEmpty] = new Tyhjapart;
 }
 
-// The ground of several scenes, over the whole viewport.
+// The background of several scenes, over the whole view.
 void buildSharedGrid()
 {
     gridTexture.load("data/outohalko4_tumma.tga", 32);
