@@ -12,26 +12,26 @@
 
 namespace {
 
-constexpr int kPicturesNumber = 100; // file descriptors in ffmpeg, clear of ours
+constexpr int kPicturesNumber = 100; // file descriptors in ffmpeg, higher than any of ours
 constexpr int kSoundNumber = 101;
-constexpr std::size_t kMostWaitingPictures = 2;
-// ffmpeg takes the sound a second or so behind the pictures; this is minutes.
-constexpr std::size_t kMostWaitingSoundBytes = std::size_t{64} << 20U;
-constexpr std::size_t kMostWaitingSoundAlone = std::size_t{1} << 20U;
-constexpr std::size_t kMostSaid = 4096;
+constexpr std::size_t kMaxWaitingPictures = 2;
+// ffmpeg reads the sound about a second later than the pictures; this is six minutes of it.
+constexpr std::size_t kMaxWaitingSoundBytes = std::size_t{64} << 20U;
+constexpr std::size_t kMaxWaitingBytesOfSoundAlone = std::size_t{1} << 20U;
+constexpr std::size_t kMaxMessageBytes = 4096; // a little more may be kept
 
 std::string sizeText(PictureSize size)
 {
     return std::to_string(size.width) + 'x' + std::to_string(size.height);
 }
 
-// A film's name may look like an option or like another of ffmpeg's sources.
+// With "file:", ffmpeg does not take a film's name for an option or a protocol.
 std::string fileName(const std::filesystem::path& film)
 {
     return "file:" + film.string();
 }
 
-// Where ffmpeg writes; `film` itself where there would be nothing to rename.
+// Where ffmpeg writes; `film` itself if there would be nothing to rename.
 std::filesystem::path partOf(const std::filesystem::path& film, const FilmFormat& format)
 {
     std::error_code ignored;
@@ -43,7 +43,7 @@ std::filesystem::path partOf(const std::filesystem::path& film, const FilmFormat
     return part.replace_extension(".part" + film.extension().string());
 }
 
-// A link stays what it is, and what it leads to becomes the film.
+// Follows symbolic links, so that the file that a link leads to becomes the film, not the link.
 std::filesystem::path withoutLinks(const std::filesystem::path& film)
 {
     std::error_code error;
@@ -54,7 +54,7 @@ std::filesystem::path withoutLinks(const std::filesystem::path& film)
 Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
                       const std::filesystem::path& file)
 {
-    // With -xerror, a film that cannot be closed ends it with a status too.
+    // With -xerror, ffmpeg also fails if it cannot close the film.
     std::vector<std::string> words = {"ffmpeg",    "-y",    "-nostdin", "-hide_banner",
                                       "-loglevel", "error", "-xerror"};
     const auto add = [&](const std::vector<std::string>& more) {
@@ -158,7 +158,7 @@ Encoder::Encoder(const RecordOptions& options)
 
 Encoder::~Encoder()
 {
-    // First of all, so that the end of its input does not make it write something.
+    // Before the pipes are closed: at the end of its input ffmpeg would complete the film.
     ffmpeg_.kill();
     std::error_code ignored;
     if (part_ != film_) {
@@ -181,14 +181,14 @@ void Encoder::finish()
     serve();
 }
 
-// With pictures waiting it is busy, unless it is for want of sound that it takes none of them.
+// While pictures wait it is busy, unless ffmpeg may be waiting for sound before it reads them.
 bool Encoder::isBusy() const
 {
     const bool hasSound = !sound_.pipe().isOpen() || sound_.waiting() > 0 || sound_.isUnread();
     if (!pictures_.pipe().isOpen()) {
-        return sound_.waiting() > kMostWaitingSoundAlone;
+        return sound_.waiting() > kMaxWaitingBytesOfSoundAlone;
     }
-    return pictures_.waiting() > (kMostWaitingPictures - 1) * pictureBytes_ && hasSound;
+    return pictures_.waiting() > (kMaxWaitingPictures - 1) * pictureBytes_ && hasSound;
 }
 
 void Encoder::appendTo(std::vector<pollfd>& waits) const
@@ -211,8 +211,8 @@ void Encoder::serve()
         }
     }
     if (sound_.pipe().isOpen() && pictures_.pipe().isOpen() &&
-        sound_.waiting() > kMostWaitingSoundBytes) {
-        throw RecordError("ffmpeg takes no sound for " + film_.string());
+        sound_.waiting() > kMaxWaitingSoundBytes) {
+        throw RecordError("ffmpeg does not read the sound for " + film_.string());
     }
 }
 
@@ -224,8 +224,8 @@ void Encoder::readMessages()
            (count = ::read(messages_.number(), text.data(), text.size())) >= 0) {
         if (count == 0) {
             messages_.close();
-        } else if (said_.size() < kMostSaid) {
-            said_.append(text.data(), static_cast<std::size_t>(count));
+        } else if (messageText_.size() < kMaxMessageBytes) {
+            messageText_.append(text.data(), static_cast<std::size_t>(count));
         }
     }
 }
@@ -233,10 +233,10 @@ void Encoder::readMessages()
 std::string Encoder::complete()
 {
     const int status = ffmpeg_.wait();
-    std::string firstLine = said_.substr(0, said_.find('\n'));
+    std::string firstLine = messageText_.substr(0, messageText_.find('\n'));
     if (status != 0) {
         throw RecordError("ffmpeg cannot make " + film_.string() + ": " +
-                          (said_.empty() ? "status " + std::to_string(status) : firstLine));
+                          (messageText_.empty() ? "status " + std::to_string(status) : firstLine));
     }
     std::error_code error;
     std::filesystem::rename(part_, film_, error);

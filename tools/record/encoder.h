@@ -1,8 +1,9 @@
-// ffmpeg at work on a film: takes pictures and sound through pipes, as fast as it likes.
+// An ffmpeg process that makes a film, at its own pace, of pictures and sound that it gets through
+// pipes.
 //
-// It writes beside the film, into NAME.part.EXTENSION, which takes the film's name when it is
-// whole: what stood there before stays until then. A film that does not become whole is taken away.
-// Rows of pictures, and what is no plain file, are written where they are.
+// It writes into NAME.part.EXTENSION, which gets the film's name when it is complete; an older film
+// of this name stays until then. An incomplete film is deleted. Numbered pictures, and a film that
+// is there already but is not a regular file, are written in place.
 #pragma once
 
 #include "tools/record/frames.h"
@@ -17,20 +18,20 @@
 #include <string>
 #include <vector>
 
-// Bytes on their way into a pipe.
+// Bytes that wait to be written into a pipe.
 class PipeQueue {
 public:
     void open(FileDescriptor pipe);
-    void close(); // forgets what waits
+    void close(); // drops what waits
 
     void push(std::vector<std::uint8_t> bytes);
 
-    // Writes what the pipe takes now. False when nobody reads at the other end any more.
+    // Writes as much as the pipe takes without blocking. False if its other end has been closed.
     bool write();
 
     [[nodiscard]] const FileDescriptor& pipe() const { return pipe_; }
     [[nodiscard]] std::size_t waiting() const { return waiting_; } // bytes
-    [[nodiscard]] bool isUnread() const; // something is in the pipe itself
+    [[nodiscard]] bool isUnread() const; // there are bytes in the pipe itself
 
 private:
     FileDescriptor pipe_;
@@ -41,8 +42,8 @@ private:
 
 class Encoder {
 public:
-    // Throws RecordError when ffmpeg cannot be started, UsageError when the film's name and the
-    // other wishes do not go together.
+    // Throws RecordError if ffmpeg cannot be started, UsageError if the film's name does not allow
+    // another option.
     explicit Encoder(const RecordOptions& options);
     Encoder(const Encoder&) = delete;
     Encoder& operator=(const Encoder&) = delete;
@@ -50,32 +51,33 @@ public:
 
     void push(Frame frame);
 
-    // No more comes: ffmpeg completes the film once it has taken what waits.
+    // Says that no more frames come: ffmpeg completes the film once it has read what waits.
     void finish();
 
-    // True when the next frame had better wait. Nothing to wait for says when that ends, so ask
-    // again before long.
+    // True while no more frames should be pushed, since enough of them wait. No descriptor tells
+    // poll() when that ends, so ask again after a few milliseconds.
     [[nodiscard]] bool isBusy() const;
-    // True when ffmpeg is gone, with the film complete or without.
+    // True when ffmpeg has ended, whether the film is complete or not.
     [[nodiscard]] bool isDone() const { return !messages_.isOpen(); }
 
-    // What to wait for, and what to do then. serve() throws RecordError when ffmpeg takes no sound.
+    // appendTo() adds what to poll for; serve() then reads and writes what it can. It throws
+    // RecordError if ffmpeg does not read the sound.
     void appendTo(std::vector<pollfd>& waits) const;
     void serve();
 
-    // Once it is done: gives the film its name, or throws RecordError with what ffmpeg said.
-    // Returns what it said all the same; mostly nothing.
+    // Only when isDone(): gives the film its name, or throws RecordError with ffmpeg's first
+    // message if it has failed. Returns ffmpeg's first message otherwise, which is usually "".
     std::string complete();
 
 private:
     void readMessages();
 
     std::filesystem::path film_;
-    std::filesystem::path part_; // what ffmpeg writes; the film itself if that is no single file
+    std::filesystem::path part_; // what ffmpeg writes; film_ if it is written in place
     std::size_t pictureBytes_;
     Process ffmpeg_;
-    FileDescriptor messages_; // what ffmpeg says
-    std::string said_;
+    FileDescriptor messages_; // ffmpeg's standard error
+    std::string messageText_; // its beginning
     PipeQueue pictures_;
     PipeQueue sound_;
     bool isFinishing_ = false;

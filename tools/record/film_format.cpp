@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr int kUsualCrf = 18;
+constexpr int kDefaultCrf = 18;
 
-// H.264 plays everywhere with colours at half resolution; the matrix is the one that today's
-// players take for granted. This preset's files are no larger than those of slower ones.
+// H.264 plays everywhere if colours have half the resolution and the colour matrix is the one that
+// today's players assume. Slower presets would not make smaller files.
 constexpr const char* kH264 =
     "-vf scale=out_color_matrix=bt709:out_range=tv,format=yuv420p"
     " -c:v libx264 -preset veryfast -colorspace bt709 -color_primaries bt709 -color_trc bt709"
@@ -21,18 +21,18 @@ constexpr const char* kH264 =
 constexpr const char* kVp9 =
     "-vf scale=out_color_matrix=bt709:out_range=tv,format=yuv420p"
     " -c:v libvpx-vp9 -b:v 0 -row-mt 1 -deadline realtime -cpu-used 4 -c:a libopus -b:a 192k";
-// The index goes to the front, so that a browser can begin at once. Lengths are told in samples: in
-// the usual milliseconds the sound's would be rounded.
+// The index goes to the front, so that a browser can begin to play at once. Durations are counted
+// in audio frames, since the usual milliseconds would round the sound's.
 constexpr const char* kMp4 = "-movflags +faststart -movie_timescale 44100";
-// Players know no more than 50 frames a second. Each picture has its own palette, since a common
-// one would need all of them in memory.
+// Players show at most 50 frames a second. Each picture has its own palette, since a common one
+// would need all pictures in memory.
 constexpr const char* kGif = "-vf fps=fps='min(source_fps,50)',split[a][b];"
                              "[a]palettegen=stats_mode=single[p];[b][p]paletteuse=new=1";
 
-// What a file holds, and what ffmpeg is told: about the streams, then about the file. One picture
-// is no film, and refused.
+// What files of a kind hold, and ffmpeg's options for their streams and for the file. A single
+// picture is not a film and is refused.
 struct Kind {
-    std::string_view extensions; // each with a blank behind it
+    std::string_view extensions; // each followed by a blank
     bool pictures = false;
     bool sound = false;
     bool hasCrf = false;
@@ -42,7 +42,7 @@ struct Kind {
     const char* file = "";
 };
 
-// What is not here is ffmpeg's to choose.
+// For other extensions, ffmpeg chooses the format.
 // clang-format off
 constexpr std::array kKinds = {
     Kind{.extensions = ".mp4 .m4v .mov ", .pictures = true, .sound = true, .hasCrf = true,
@@ -86,7 +86,7 @@ FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
     if (crf && (kind == nullptr || !kind->hasCrf)) {
         throw UsageError("--crf is for .mp4, .mov, .mkv and .webm");
     }
-    // ffmpeg puts each picture's number there.
+    // Numbered pictures: ffmpeg replaces the % with each one's number.
     if (film.filename().string().find('%') != std::string::npos) {
         return {.pictures = true, .sound = false, .isManyFiles = true, .arguments = {}};
     }
@@ -94,14 +94,14 @@ FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
         return {};
     }
     if (kind->isOnePicture) {
-        throw UsageError("-o " + film.string() + " is one picture: name a row of them, like " +
-                         "frames-%05d" + film.extension().string() + ", or use --stills");
+        throw UsageError("-o " + film.string() + " is a single picture: for numbered ones, use " +
+                         "frames-%05d" + film.extension().string() + " or the like, or --stills");
     }
     FilmFormat format{kind->pictures, kind->sound, kind->isManyFiles, {}};
     append(format.arguments, kind->streams);
     append(format.arguments, kind->file);
     if (kind->hasCrf) {
-        append(format.arguments, ("-crf " + std::to_string(crf.value_or(kUsualCrf))).c_str());
+        append(format.arguments, ("-crf " + std::to_string(crf.value_or(kDefaultCrf))).c_str());
     }
     return format;
 }

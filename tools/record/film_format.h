@@ -1,4 +1,4 @@
-// What ffmpeg is told to make, by the film's file name.
+// The format of a film, which follows from its file name, and ffmpeg's options for it.
 #pragma once
 
 #include <filesystem>
@@ -9,10 +9,10 @@
 struct FilmFormat {
     bool pictures = true;
     bool sound = true;
-    bool isManyFiles = false;           // a row of pictures, or pieces of a film
-    std::vector<std::string> arguments; // of ffmpeg, for the file
+    bool isManyFiles = false;           // numbered pictures, or a film in pieces
+    std::vector<std::string> arguments; // ffmpeg's options for the file
 };
 
-// Throws UsageError when `crf` is given and the format has no such thing, or when the name is that
-// of a single picture.
+// Throws UsageError if `crf` is given and the format has no such option, or if the name is that of
+// a single picture.
 FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf);

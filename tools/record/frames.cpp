@@ -27,7 +27,7 @@ void FrameAssembler::finish()
     }
 }
 
-// Sound may be heard again, from a position on: what was there is forgotten.
+// Sound may come again from an earlier position on; it replaces what was there.
 void FrameAssembler::addSound(std::uint64_t position, std::span<const std::uint8_t> bytes)
 {
     const std::size_t kept = (position - soundBegin_) * kSoundChannels;

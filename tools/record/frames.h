@@ -1,5 +1,5 @@
-// Puts the capture library's packets together to whole frames: each with its picture and exactly
-// its sound.
+// Puts the capture library's packets together into frames: each with its picture and exactly the
+// sound that belongs to it.
 #pragma once
 
 #include "tools/capture/packets.h"
@@ -12,14 +12,14 @@
 #include <vector>
 
 struct Frame {
-    std::uint64_t number = 0;            // since the show's first
-    std::vector<std::uint8_t> picture;   // red, green, blue, rows top first; empty: nobody wants it
-    std::span<const std::int16_t> sound; // left, right; until the next frame's moment
+    std::uint64_t number = 0;            // 0 is the show's first frame
+    std::vector<std::uint8_t> picture;   // red, green, blue, rows top first; empty: not needed
+    std::span<const std::int16_t> sound; // left, right; up to the next frame's moment
 };
 
 class FrameAssembler {
 public:
-    // Frames go to `take` as they become whole, those before `first` to nobody.
+    // Passes each frame to `take` when it is complete; drops those before frame `first`.
     FrameAssembler(FrameRate rate, std::uint64_t first, std::function<void(Frame)> take)
         : rate_(rate), first_(first), take_(std::move(take))
     {
@@ -27,10 +27,10 @@ public:
 
     void add(const PacketHeader& header, std::vector<std::uint8_t> bytes);
 
-    // After the last packet: the last frame's missing sound is silence.
+    // To be called after the last packet: completes the last frame with silence.
     void finish();
 
-    // Frames of the show so far.
+    // The number of frames so far, dropped ones included.
     [[nodiscard]] std::uint64_t seen() const { return seen_; }
 
 private:
@@ -42,6 +42,6 @@ private:
     std::function<void(Frame)> take_;
     std::optional<Frame> waiting_; // for its sound
     std::uint64_t seen_ = 0;
-    std::uint64_t soundBegin_ = 0; // sample, of what `sound_` begins with
+    std::uint64_t soundBegin_ = 0; // the audio frame that `sound_` begins with
     std::vector<std::int16_t> sound_;
 };

@@ -1,4 +1,4 @@
-// Records the show: the command line, signals, and the last word.
+// Records the show: the command line, signals, and the exit status.
 
 #include "tools/record/record_error.h"
 #include "tools/record/record_options.h"
@@ -15,7 +15,8 @@ namespace {
 constexpr int kStatusOfBadUsage = 2;
 constexpr int kStatusOfInterrupt = 130;
 
-// What would end this process can be read from here instead. What is ignored stays so.
+// A descriptor from which signals can be read that would have ended this process. Ignored ones
+// stay ignored.
 FileDescriptor takeSignals()
 {
     sigset_t signals;

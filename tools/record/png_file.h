@@ -6,6 +6,6 @@
 #include <filesystem>
 #include <span>
 
-// Writes red, green, blue, rows top first. Throws RecordError.
+// Writes pixels (red, green, blue, rows top first) as a PNG file. Throws RecordError.
 void writePng(const std::filesystem::path& file, PictureSize size,
               std::span<const std::uint8_t> pixels);

@@ -17,21 +17,22 @@ namespace {
 
 constexpr int kPipeBytes = 1 << 20;
 
-// Our own environment, without the variables that are set anew.
+// `environment`, and all of our own variables that it does not set.
 std::vector<std::string> withOurs(std::vector<std::string> environment)
 {
-    const std::vector<std::string> news = environment;
+    const std::vector<std::string> given = environment;
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string ours = *variable;
         const std::string name = ours.substr(0, ours.find('=') + 1);
-        if (std::ranges::none_of(news, [&](const auto& each) { return each.starts_with(name); })) {
+        if (std::ranges::none_of(given, [&](const auto& each) { return each.starts_with(name); })) {
             environment.push_back(ours);
         }
     }
     return environment;
 }
 
-// What a child is spared of ours: signals that we block or ignore, and our process group.
+// Gives a child a process group of its own and the usual handling of signals that we block or
+// ignore.
 class Attributes {
 public:
     Attributes()
@@ -105,7 +106,7 @@ Pipe makePipe()
 {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        throw RecordError(std::string("no pipe: ") + std::strerror(errno));
+        throw RecordError(std::string("cannot make a pipe: ") + std::strerror(errno));
     }
     ::fcntl(ends[0], F_SETPIPE_SZ, kPipeBytes);
     return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};

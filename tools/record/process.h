@@ -1,4 +1,4 @@
-// Child processes and the pipes between them and us.
+// Child processes, and pipes to them.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-// An open file descriptor, closed at the end.
+// Owns an open file descriptor and closes it.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -33,28 +33,29 @@ struct Pipe {
     FileDescriptor writeEnd;
 };
 
-// Both ends are closed in children that are not given them. As large as the system lets it be,
-// up to a mebibyte. Throws RecordError.
+// A pipe that holds 1 MiB if the system allows it. Children do not inherit its ends unless their
+// Command says so. Throws RecordError.
 Pipe makePipe();
 
 void setNonBlocking(const FileDescriptor& descriptor);
 
-// As a process's entry point gets them: a null pointer at the end. They last as long as `words`.
+// Pointers to the words and a null pointer after them, as main() gets them; valid as long as
+// `words`.
 std::vector<char*> pointersTo(std::vector<std::string>& words);
 
 struct Command {
-    std::vector<std::string> words;                    // the program first, looked for in PATH
-    std::vector<std::string> environment = {};         // NAME=VALUE, beside or instead of our own
-    std::filesystem::path folder = {};                 // to start in; empty: our own
-    std::vector<std::pair<int, int>> descriptors = {}; // ours, and the child's number for it
+    std::vector<std::string> words;            // the program first, looked for in PATH
+    std::vector<std::string> environment = {}; // NAME=VALUE, in addition to or instead of ours
+    std::filesystem::path folder = {};         // to start in; empty: our own
+    std::vector<std::pair<int, int>> descriptors = {}; // our number, the child's number
 };
 
 // A child process in a process group of its own, so that the terminal's Ctrl-C does not reach it.
-// It is killed if it still runs when this ends.
+// The destructor kills it if it still runs.
 class Process {
 public:
     Process() = default;
-    // Throws RecordError when it cannot be started.
+    // Throws RecordError if it cannot be started.
     explicit Process(const Command& command);
     Process(Process&& other) noexcept : id_(std::exchange(other.id_, 0)) {}
     Process& operator=(Process&& other) noexcept
@@ -66,10 +67,11 @@ public:
 
     void signal(int number) const;
 
-    // Ends it, if it still runs, and waits for that.
+    // Kills it, if it still runs, and waits for its end.
     void kill();
 
-    // Waits for its end, once: its exit status, or 128 and the number of the signal that ended it.
+    // Waits for its end and returns its exit status, or 128 plus the signal that ended it. To be
+    // called once.
     int wait();
 
 private:

@@ -7,17 +7,17 @@
 #include <optional>
 #include <string>
 
-// A line on standard error that tells how far the recording is: rewritten in place on a terminal,
-// or a new one every few seconds elsewhere.
+// A line on standard error that tells how far the recording is. On a terminal it is rewritten in
+// place; elsewhere there is a new one every ten seconds.
 class Progress {
 public:
-    // `end`: the frame before which the recording will end, where that is known.
+    // `end`: the frame before which the recording will end, if that is known.
     Progress(FrameRate rate, std::optional<std::uint64_t> end);
 
-    // `frames` of the show are done. Cheap: most calls do nothing.
+    // Tells that `frames` frames of the show are done. Cheap: most calls do nothing.
     void show(std::uint64_t frames);
 
-    // Takes the line away, so that something else can be said.
+    // Removes the line, so that a message can be printed.
     void clear();
 
     [[nodiscard]] double elapsedSeconds() const;

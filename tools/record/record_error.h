@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-// What ends a recording early; the text says why in one line.
+// An error that ends the recording; the text says why in one line.
 class RecordError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

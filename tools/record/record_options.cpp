@@ -13,49 +13,49 @@ const char* const kRecordHelp =
 
   ./record [OPTION...] [-- ARGUMENT OF THE SHOW...]
 
-  -o FILE           the film (kso.mp4). What it is follows from its name: .mp4, .mov, .mkv and .webm
-                    with sound, .gif or frames-%05d.png without, .wav or .flac the sound alone
-  --fps RATE        frames a second (60): a number, 59.94 and its like, or 60000/1001
+  -o FILE           the film (kso.mp4). Its name says what it is: .mp4, .mov, .mkv and .webm with
+                    sound, .gif or frames-%05d.png without, .wav or .flac the sound alone
+  --fps RATE        frames a second (60): a number like 25 or 59.94, or a fraction like 60000/1001
   --size WxH        pixels, both even, up to 3840x2160 (640x480). The picture is enlarged until it
-                    touches two sides, and keeps its shape: 1280x544 leaves no bands. All that OpenGL
-                    draws is drawn larger, so edges and lines are sharp; what the show draws into
-                    pictures by itself (the wire figures, the column, the fire) keeps its resolution
+                    touches two sides, and keeps its shape: 1280x544 leaves no black bars. All that
+                    OpenGL draws is drawn larger, so edges and lines are sharp; what the show draws
+                    pixel by pixel (the wire figures, the column, the fire) keeps its resolution
   --from SECONDS    begin with the first frame at this moment of the show or after it
   --to SECONDS      end before the first frame at this moment or after it
   --crf N           quality of .mp4, .mov, .mkv and .webm: 0 is the best, 51 the smallest (18)
-  --stills FOLDER   with --at: pictures as FOLDER/TIME.png; without -o, nothing else is made
+  --stills FOLDER   with --at: single frames as FOLDER/TIME.png; without -o, no film is made
   --at TIME,...     the moments of the stills, in seconds
   --hashes FILE     a line for each frame: its number, a hash of its picture, a hash of its sound;
                     without -o, no film is made
-  --show FOLDER     play what is in FOLDER/data instead of this folder's
+  --show FOLDER     play the music and pictures of FOLDER/data
   --help            this text
 
-The show's arguments are those of ./play; -nosound is left out, since the sound keeps the show's time.
+The show's arguments are those of ./play; -nosound is ignored, since events come with the sound.
 )";
 
 namespace {
 
 using Text = std::string_view;
 
-constexpr std::uint64_t kMostFramesPerSecond = 1000;
-// Above and below a rate's stroke: a day's moments then fit into 64 bits.
-constexpr std::uint64_t kMostOfARate = 1'000'000;
+constexpr std::uint64_t kMaxFramesPerSecond = 1000;
+// Of both numbers of a rate, so that a day's moments fit into 64 bits.
+constexpr std::uint64_t kMaxRateNumber = 1'000'000;
 constexpr std::array<std::uint64_t, 6> kTelevisionRates = {24, 30, 48, 60, 120, 240};
 constexpr std::uint64_t kRateRounding = 5000; // millionths
-constexpr std::uint64_t kMostSeconds = 24ULL * 60 * 60;
-constexpr int kMostWidth = 3840;
-constexpr int kMostHeight = 2160;
-constexpr int kLeastLength = 16;
-constexpr int kWorstCrf = 51;
-constexpr std::size_t kMostDecimals = 6;
+constexpr std::uint64_t kMaxSeconds = 24ULL * 60 * 60;
+constexpr int kMaxWidth = 3840;
+constexpr int kMaxHeight = 2160;
+constexpr int kMinLength = 16;
+constexpr int kMaxCrf = 51;
+constexpr std::size_t kMaxDecimals = 6;
 
 [[noreturn]] void complain(Text option, Text value, Text wanted)
 {
-    throw UsageError(std::string(option) + " wants " + std::string(wanted) + ", not \"" +
+    throw UsageError(std::string(option) + " needs " + std::string(wanted) + ", not \"" +
                      std::string(value) + "\"");
 }
 
-// All of `text` as a number in decimal.
+// `text` as a decimal number; nothing if anything else is in it.
 template <typename Number>
 std::optional<Number> toNumber(Text text)
 {
@@ -65,15 +65,15 @@ std::optional<Number> toNumber(Text text)
     return isWhole ? std::optional(number) : std::nullopt;
 }
 
-// "12", "12.5": the number times a million.
+// A number like "12" or "12.5", times a million.
 std::optional<std::uint64_t> toMillionths(Text text)
 {
     const std::size_t point = std::min(text.find('.'), text.size());
     std::string decimals(text.substr(std::min(point + 1, text.size())));
-    if (decimals.size() > kMostDecimals || (point < text.size() && decimals.empty())) {
+    if (decimals.size() > kMaxDecimals || (point < text.size() && decimals.empty())) {
         return std::nullopt;
     }
-    decimals.resize(kMostDecimals, '0');
+    decimals.resize(kMaxDecimals, '0');
     const auto whole = toNumber<std::uint32_t>(text.substr(0, point));
     const auto millionths = toNumber<std::uint32_t>(decimals);
     if (!whole || !millionths) {
@@ -84,12 +84,12 @@ std::optional<std::uint64_t> toMillionths(Text text)
 
 std::optional<FrameRate> toRate(Text text)
 {
-    if (const std::size_t stroke = text.find('/'); stroke != Text::npos) {
-        const auto frames = toNumber<std::uint32_t>(text.substr(0, stroke));
-        const auto seconds = toNumber<std::uint32_t>(text.substr(stroke + 1));
+    if (const std::size_t slash = text.find('/'); slash != Text::npos) {
+        const auto frames = toNumber<std::uint32_t>(text.substr(0, slash));
+        const auto seconds = toNumber<std::uint32_t>(text.substr(slash + 1));
         return frames && seconds ? std::optional(FrameRate{*frames, *seconds}) : std::nullopt;
     }
-    // Television's rates are a thousandth below the whole ones, and written with two or three
+    // Television's rates are a whole number times 1000 / 1001 and written with two or three
     // decimals.
     for (const std::uint64_t whole : kTelevisionRates) {
         const std::uint64_t exact = whole * 1000 * kMicrosecondsPerSecond / 1001;
@@ -110,7 +110,7 @@ FrameRate readRate(Text option, Text value)
 {
     const std::optional<FrameRate> rate = toRate(value);
     if (!rate || rate->seconds == 0 || rate->frames < rate->seconds ||
-        rate->frames > kMostFramesPerSecond * rate->seconds || rate->frames > kMostOfARate) {
+        rate->frames > kMaxFramesPerSecond * rate->seconds || rate->frames > kMaxRateNumber) {
         complain(option, value, "a frame rate from 1 to 1000, like 60, 59.94 or 60000/1001");
     }
     return *rate;
@@ -119,22 +119,23 @@ FrameRate readRate(Text option, Text value)
 PictureSize readSize(Text option, Text value)
 {
     const std::size_t cross = value.find('x');
-    const auto length = [&](Text text, int most) {
+    const auto length = [&](Text text, int maximum) {
         const std::optional<int> pixels = toNumber<int>(text);
-        if (!pixels || *pixels < kLeastLength || *pixels > most || *pixels % 2 != 0) {
-            complain(option, value, "a size like 1280x720, both even, 16x16 to 3840x2160");
+        if (!pixels || *pixels < kMinLength || *pixels > maximum || *pixels % 2 != 0) {
+            complain(option, value,
+                     "a size like 1280x720, both numbers even, from 16x16 to 3840x2160");
         }
         return *pixels;
     };
     const Text height = cross == Text::npos ? Text() : value.substr(cross + 1);
-    return {length(value.substr(0, cross), kMostWidth), length(height, kMostHeight)};
+    return {length(value.substr(0, cross), kMaxWidth), length(height, kMaxHeight)};
 }
 
 std::uint64_t readTime(Text option, Text value)
 {
     const std::optional<std::uint64_t> time = toMillionths(value);
-    if (!time || *time > kMostSeconds * kMicrosecondsPerSecond) {
-        complain(option, value, "seconds, like 12.5, a day at most");
+    if (!time || *time > kMaxSeconds * kMicrosecondsPerSecond) {
+        complain(option, value, "a number of seconds like 12.5, at most a day");
     }
     return *time;
 }
@@ -154,7 +155,7 @@ std::vector<StillWish> readStills(Text option, Text value)
 int readCrf(Text option, Text value)
 {
     const std::optional<int> crf = toNumber<int>(value);
-    if (!crf || *crf < 0 || *crf > kWorstCrf) {
+    if (!crf || *crf < 0 || *crf > kMaxCrf) {
         complain(option, value, "a number from 0 to 51");
     }
     return *crf;
@@ -178,17 +179,17 @@ constexpr std::array kOptions = {
     Option{"--show",   [](auto& all, Text,      Text value) { all.show = value; }                    },
 };
 
-// What single options cannot see.
+// Sets the film's default name, and checks options that depend on each other.
 void check(RecordOptions& options)
 {
     if (options.stillsFolder.empty() != options.stills.empty()) {
-        throw UsageError("--stills and --at belong together");
+        throw UsageError("--stills and --at need each other");
     }
     if (options.film.empty() && options.hashes.empty() && options.stills.empty()) {
         options.film = "kso.mp4";
     }
     if (options.crf && options.film.empty()) {
-        throw UsageError("--crf is for a film, and none is to be made");
+        throw UsageError("--crf is for a film; name one with -o");
     }
     const std::uint64_t first = options.firstFrame();
     const std::optional<std::uint64_t> end = options.endFrame();
@@ -204,8 +205,9 @@ void check(RecordOptions& options)
     if (!std::filesystem::is_directory(options.show)) {
         throw UsageError("there is no folder \"" + options.show.string() + "\"");
     }
-    // The show's own silence runs against the real clock, which is none of the recording's. A word
-    // that means nothing to the show leaves its other arguments in their places.
+    // With -nosound, the show plays its music by the real clock, not by the recording's. A word
+    // that means nothing to the show takes its place, so that the other arguments keep their
+    // positions.
     std::ranges::replace(options.programArguments, std::string("-nosound"), std::string("-sound"));
 }
 
@@ -242,7 +244,7 @@ RecordOptions readRecordOptions(std::span<const char* const> arguments)
             throw UsageError("there is no option \"" + std::string(name) + "\"; --help lists them");
         }
         if (arguments.empty() || Text(arguments.front()).empty()) {
-            throw UsageError(std::string(name) + " wants a value");
+            throw UsageError(std::string(name) + " needs a value");
         }
         option->read(options, name, arguments.front());
         arguments = arguments.subspan(1);

@@ -1,4 +1,4 @@
-// What a recording shall be, as the command line says it.
+// The options of a recording, from the command line.
 #pragma once
 
 #include "tools/capture/picture_size.h"
@@ -27,7 +27,7 @@ struct RecordOptions {
     std::filesystem::path stillsFolder;
     std::vector<StillWish> stills;
     std::filesystem::path hashes; // empty: none
-    std::filesystem::path show;   // the folder that the show is played in, with data/ in it
+    std::filesystem::path show;   // the folder that the show is started in, with data/ in it
     std::vector<std::string> programArguments;
     bool help = false;
 

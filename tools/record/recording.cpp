@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr int kStatusAfterShow = 1; // the show's own, when all went well
-constexpr int kStatusOfSignals = 128;
+constexpr int kStatusAfterShow = 1;   // of the show, if it did not fail
+constexpr int kStatusOfSignals = 128; // plus the signal's number, as Process::wait returns it
 constexpr int kAskAgainMs = 5;
 constexpr int kForEver = -1;
 
@@ -84,7 +84,7 @@ bool Recording::run(const FileDescriptor& signals)
         }
         finish(signals);
     } catch (const RecordError&) {
-        // What there is of the film shall be whole, unless it is ffmpeg that has failed.
+        // The film is completed as far as it goes, unless it is ffmpeg that has failed.
         show_.stop();
         hashes_.reset();
         if (encoder_ && encoder_->isDone()) {
@@ -109,7 +109,7 @@ bool Recording::run(const FileDescriptor& signals)
     return !isInterrupted_;
 }
 
-// One turn: whatever can go on goes on.
+// Waits until a signal, the show or the encoder can go on, and lets it.
 void Recording::serve(const FileDescriptor& signals)
 {
     std::vector<pollfd> waits = {
@@ -137,13 +137,12 @@ void Recording::serve(const FileDescriptor& signals)
         encoder_->serve();
         if (encoder_->isDone() && show_.pipe().isOpen()) {
             encoder_->complete();
-            throw RecordError("ffmpeg has enough of " + options_.film.string() +
-                              " before the show's end");
+            throw RecordError("ffmpeg ended " + options_.film.string() + " before the show's end");
         }
     }
 }
 
-// The first time the recording ends as if the show did; the second time it just ends.
+// The first signal ends the recording as if the show had ended; the second one gives up the film.
 void Recording::interrupt(const FileDescriptor& signals)
 {
     signalfd_siginfo info{};
@@ -152,7 +151,7 @@ void Recording::interrupt(const FileDescriptor& signals)
     }
     if (isInterrupted_) {
         encoder_.reset();
-        throw RecordError("stopped before the film was whole");
+        throw RecordError("stopped before the film was complete");
     }
     isInterrupted_ = true;
     show_.stop();

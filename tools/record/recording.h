@@ -18,9 +18,9 @@ class Recording {
 public:
     explicit Recording(const RecordOptions& options);
 
-    // Returns when everything that was wished for is on the disk, or as much of it as there was
-    // when `signals`, a descriptor, had something to read; false in that case. Throws RecordError;
-    // what is made already stays then too.
+    // Makes everything that the options ask for and returns true. When a signal can be read from
+    // `signals`, a signalfd, it completes what there is so far and returns false. Throws
+    // RecordError; what has been made until then stays.
     bool run(const FileDescriptor& signals);
 
 private:
@@ -33,11 +33,11 @@ private:
     void report();
 
     const RecordOptions& options_;
-    std::multimap<std::uint64_t, std::string> stills_; // names by frame, those still to come
+    std::multimap<std::uint64_t, std::string> stills_; // file names of those to come, by frame
     std::uint64_t taken_ = 0;                          // frames
     bool isInterrupted_ = false;
     std::optional<HashList> hashes_;
-    std::optional<Encoder> encoder_; // none, if there is no film to make
+    std::optional<Encoder> encoder_; // none if there is no film to make
     Progress progress_;
     FrameAssembler frames_;
     Show show_;

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int kPipeNumber = 100; // in the show, clear of ours
+constexpr int kPipeNumber = 100; // file descriptors in the show, higher than any of ours
 constexpr int kLibraryNumber = 101;
 
 std::string inherited(const char* name)
@@ -35,7 +35,7 @@ Command showCommand(const RecordOptions& options, const std::string& wanted)
         command.environment.push_back(std::string(name) + '=' + value);
     };
     const FrameRate& rate = options.rate;
-    // By its descriptor: the loader cuts paths at blanks and colons.
+    // Named by its descriptor, since the loader cuts paths at blanks and colons.
     const std::string others = inherited("LD_PRELOAD");
     set("LD_PRELOAD",
         "/proc/self/fd/" + std::to_string(kLibraryNumber) + (others.empty() ? "" : ':' + others));

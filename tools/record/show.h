@@ -1,4 +1,4 @@
-// The show at work under the capture library, and what it sends.
+// The show as a child process under the capture library, and the packets that it sends.
 #pragma once
 
 #include "tools/capture/packets.h"
@@ -13,31 +13,32 @@
 
 class Show {
 public:
-    // `wanted` names the pictures to send: "all", or frames. Throws RecordError.
+    // `wanted` says which pictures to send: "all", or frame numbers like "30,744". Throws
+    // RecordError.
     Show(const RecordOptions& options, const std::string& wanted);
 
     using Take = std::function<void(const PacketHeader&, std::vector<std::uint8_t>)>;
 
-    // Takes what the pipe holds now, one packet at most; at the end of what the show sends, the
-    // pipe is closed.
+    // Reads what the pipe holds now, and calls `take` if that completes a packet. Reads one packet
+    // at most. Closes the pipe when the show has closed its end.
     void read(const Take& take);
 
     [[nodiscard]] const FileDescriptor& pipe() const { return pipe_; }
 
-    // Ends it where it is.
+    // Kills it.
     void stop();
 
-    // Its exit status; it has to be at its end.
+    // Waits for its end and returns its exit status, as Process::wait does.
     int wait() { return process_.wait(); }
 
 private:
-    // True once all bytes are there.
+    // Reads on; true once all `count` bytes are there.
     bool fill(void* bytes, std::size_t count);
 
     Process process_;
     FileDescriptor pipe_;
     PacketHeader header_;
     std::vector<std::uint8_t> bytes_;
-    std::size_t filled_ = 0; // of the header, then of the bytes
+    std::size_t filled_ = 0; // bytes read of header_, or of bytes_ if hasHeader_
     bool hasHeader_ = false;
 };

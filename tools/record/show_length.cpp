@@ -13,7 +13,7 @@
 
 namespace {
 
-// In the module's order list.
+// Where the music starts, in the module's order list.
 int startOrderOf(const RecordOptions& recordOptions)
 {
     std::vector<std::string> words = recordOptions.programArguments;

@@ -5,6 +5,6 @@
 #include <cstdint>
 #include <optional>
 
-// How many samples the show will last, by its module: from the order that it starts with to the
-// effect that ends it. None when the module does not tell.
+// How many audio frames the show will last, according to its module: from the order that it starts
+// with to the effect that ends it. None if the module cannot be read or does not end the show.
 std::optional<std::uint64_t> expectedSamples(const RecordOptions& options);
