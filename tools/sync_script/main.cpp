@@ -16,49 +16,49 @@
 
 namespace {
 
-struct Wishes {
+struct Options {
     std::string module = cues::kModulePath;
     std::string strip;
     std::string stills;
     bool stillTimes = false;
 };
 
-// None if they make no sense.
-std::optional<Wishes> readArguments(std::span<char*> arguments)
+// None if they are wrong.
+std::optional<Options> readOptions(std::span<char*> arguments)
 {
-    Wishes wishes;
+    Options options;
     bool hasModule = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string word = arguments[i];
         const bool hasValue = i + 1 < arguments.size();
         if (word == "--still-times") {
-            wishes.stillTimes = true;
+            options.stillTimes = true;
         } else if (word == "--strip" && hasValue) {
-            wishes.strip = arguments[++i];
+            options.strip = arguments[++i];
         } else if (word == "--stills" && hasValue) {
-            wishes.stills = arguments[++i];
+            options.stills = arguments[++i];
         } else if (!hasModule && !word.starts_with("-")) {
-            wishes.module = word;
+            options.module = word;
             hasModule = true;
         } else {
             return std::nullopt;
         }
     }
-    return wishes;
+    return options;
 }
 
-void grant(const Wishes& wishes)
+void run(const Options& options)
 {
-    const Script script = readScript(wishes.module);
-    if (wishes.stillTimes) {
+    const Script script = readScript(options.module);
+    if (options.stillTimes) {
         std::cout << stillTimes(chooseStills(script)) << '\n';
         return;
     }
-    const std::vector<ScoreSection> sections = sectionsOf(wishes.module);
-    if (wishes.strip.empty()) {
+    const std::vector<ScoreSection> sections = sectionsOf(options.module);
+    if (options.strip.empty()) {
         writeText(std::cout, script, sections);
     } else {
-        drawStrip(wishes.strip, script, sections, wishes.stills);
+        drawStrip(options.strip, script, sections, options.stills);
     }
 }
 
@@ -66,16 +66,16 @@ void grant(const Wishes& wishes)
 
 int main(int argc, char** argv)
 {
-    const std::optional<Wishes> wishes =
-        readArguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
-    if (!wishes) {
+    const std::optional<Options> options =
+        readOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    if (!options) {
         std::cerr << "usage: sync_script [--still-times | --strip FILE [--stills DIR]] [MODULE]\n";
         return 2;
     }
     try {
-        grant(*wishes);
-    } catch (const std::exception& fault) {
-        std::cerr << fault.what() << '\n';
+        run(*options);
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
         return 1;
     }
     return 0;

@@ -1,4 +1,4 @@
-// What the script's values mean, in words: the catalogue's, and more for whoever reads the script.
+// What the cues of a script mean, in words.
 #pragma once
 
 #include "cues/catalogue.h"
@@ -6,13 +6,13 @@
 
 #include <string>
 
-// Null for what does nothing in its scene, and for values that are no events.
+// The event that a cue is; null if its scene does not react to it or if it is not an event.
 const cues::Event* meaningOf(const Cue& cue);
 
-// "opening"; "-" for what is no scene.
+// "opening"; "-" if no scene has this number.
 const char* sceneName(int scene);
 
-// Whether something is drawn: not for the empty scene, and not for what is no scene.
+// Whether there is a picture to be seen: false for the empty scene and if no scene has this number.
 bool isPictured(int scene);
 
 // The cue in words, as the show understands it.

@@ -10,5 +10,5 @@
 // Paths start from the folder where the show is started. Throws ScoreError.
 std::vector<ScoreSection> sectionsOf(const std::string& modulePath);
 
-// The name of the section that an order belongs to; "" where there is none.
+// The name of the section that an order position belongs to; "" if there is none.
 std::string sectionAt(std::span<const ScoreSection> sections, int order);

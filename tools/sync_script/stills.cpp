@@ -11,18 +11,20 @@
 
 namespace {
 
-constexpr double kLongestCut = 2.0;   // seconds that a scene may be cut away from
-constexpr double kStillsInARow = 7.0; // side by side, if all were as wide
-constexpr double kFirstPart = 0.25;   // of its stretch, where a scene has not come into its own yet
+constexpr double kMaxCutSeconds = 2.0; // a visit goes on across a shorter cut to another scene
+constexpr double kStillsAcross = 7.0;  // as many as fit side by side
+
+// Where in its stretch a still may be taken, and where without events, from 0 to 1.
+constexpr double kFirstPart = 0.25; // before this, most scenes are still beginning
 constexpr double kLastPart = 0.97;
 constexpr double kWithoutEvents = 0.43;
 
-constexpr double kBeforeTheEnd = 0.02; // seconds, a frame or so
-constexpr double kAfterwards = 0.06;   // seconds from an event to what is seen of it
+constexpr double kBeforeTheEnd = 0.02; // seconds, about one frame
+constexpr double kAfterwards = 0.06;   // seconds from an event until it can be seen
 constexpr double kHitSeconds = 0.5;
 constexpr double kFadeSeconds = 2.0;
 
-// How much is to be seen of the events before `moment`: what lasts counts whole, the rest less and
+// How much can be seen at `moment` of the events before it: lasting ones count 1, others less and
 // less.
 double eventfulness(const Script& script, const Still& stretch, std::int64_t moment)
 {
@@ -46,7 +48,7 @@ double eventfulness(const Script& script, const Still& stretch, std::int64_t mom
     return sum + static_cast<double>(lasting.size());
 }
 
-// From `moment` on, the first time that a scene is on: it may be cut away from just then.
+// The first time from `moment` on at which a scene is on; at `moment`, another one may be cut in.
 std::int64_t whenShown(const Script& script, int scene, std::int64_t moment)
 {
     bool shown = true;
@@ -76,7 +78,7 @@ double bestSeconds(const Script& script, int scene, const Still& stretch)
             moment = cue.sample;
         }
     }
-    // Never past the stretch, where the next scene is on.
+    // Never after the stretch, when the next scene is on.
     return std::min(secondsAt(moment) + kAfterwards, secondsAt(stretch.end) - kBeforeTheEnd);
 }
 
@@ -87,14 +89,14 @@ std::string decimal(double seconds)
     return text.data();
 }
 
-// A scene's visits, over what it is cut away to for a moment.
+// The visits of all scenes; a visit goes on across short cuts to other scenes.
 std::vector<SceneVisit> visitsOverCuts(const Script& script)
 {
     std::vector<SceneVisit> visits;
     for (const SceneVisit& visit : sceneVisits(script)) {
         const auto before = std::ranges::find_if(visits, [&](const SceneVisit& earlier) {
             return earlier.scene == visit.scene &&
-                   secondsAt(visit.begin - earlier.end) <= kLongestCut;
+                   secondsAt(visit.begin - earlier.end) <= kMaxCutSeconds;
         });
         if (before == visits.end()) {
             visits.push_back(visit);
@@ -117,7 +119,7 @@ std::vector<Still> chooseStills(const Script& script)
         }
         const std::int64_t length = visit.end - visit.begin;
         const double share = static_cast<double>(length) / static_cast<double>(script.samples);
-        const auto count = std::max<std::int64_t>(std::llround(share * kStillsInARow), 1);
+        const auto count = std::max<std::int64_t>(std::llround(share * kStillsAcross), 1);
         for (std::int64_t i = 0; i < count; ++i) {
             Still still{visit.begin + length * i / count, visit.begin + length * (i + 1) / count,
                         ""};

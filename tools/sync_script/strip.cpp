@@ -35,7 +35,7 @@ constexpr double kGap = 4.0;       // between neighbours
 
 constexpr double kStillShape = static_cast<double>(kViewHeight) / kViewWidth;
 
-// The part of a band between two moments, with a gap behind it.
+// The part of a band between two moments, less a gap at its right end.
 Box cutOut(const Chart& chart, const Box& band, std::int64_t begin, std::int64_t end)
 {
     Box box = chart.cut(band, begin, end);
@@ -69,7 +69,7 @@ void drawHeadline(const Chart& chart, std::span<const SceneVisit> visits)
     });
 }
 
-// Whole pictures, standing on their scenes.
+// Each above its scene, and uncropped.
 void drawStills(const Chart& chart, const std::string& folder)
 {
     for (const Still& still : chooseStills(chart.script)) {
@@ -99,7 +99,7 @@ void drawScene(const Chart& chart, const SceneVisit& visit)
     }
 }
 
-// Where the order changes; at the end, the end.
+// The rows where the order position changes, and last the end of the script.
 std::vector<RowStart> orderStarts(const Script& script)
 {
     std::vector<RowStart> starts;
@@ -174,7 +174,7 @@ void drawRuler(const Chart& chart)
     }
 }
 
-// Samples of what is drawn, and what they are.
+// An example of each thing that is drawn, and what it is.
 void drawLegend(const Chart& chart)
 {
     constexpr double kSample = 44.0;

@@ -8,8 +8,8 @@
 
 // Draws the whole show on one strip: its scenes and sections, every cue, and how loud it is.
 //
-// `file` becomes a PNG or an SVG, by its name. `stillFolder` holds screenshots as stills.h names
-// them; where one is missing, or the folder is "", its place stays plain. Throws
+// `file` becomes a PNG or an SVG, according to its name. `stillFolder` holds screenshots, named as
+// in stills.h; if one is missing, or the folder is "", its place stays empty. Throws
 // std::runtime_error.
 void drawStrip(const std::string& file, const Script& script,
                std::span<const ScoreSection> sections, const std::string& stillFolder);

@@ -77,7 +77,7 @@ void drawLane(const Chart& chart, const SceneVisit& visit, const cues::Event& la
     }
 }
 
-// What nobody hears.
+// The events that their scene does not react to.
 void drawLostEvents(const Chart& chart, const SceneVisit& visit, const Box& box)
 {
     for (const Cue& cue : chart.script.cues) {
@@ -88,7 +88,7 @@ void drawLostEvents(const Chart& chart, const SceneVisit& visit, const Box& box)
     }
 }
 
-// Samples to the column that they are drawn in.
+// The levels that are drawn in one column of the band.
 struct Column {
     double peak = 0.0;
     double energy = 0.0;

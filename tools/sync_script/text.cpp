@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr std::size_t kLongestLine = 160;
+constexpr std::size_t kMaxLine = 160;
 
 template <typename... Values>
 std::string line(const char* format, Values... values)
 {
-    std::array<char, kLongestLine> text{};
+    std::array<char, kMaxLine> text{};
     std::snprintf(text.data(), text.size(), format, values...);
     return text.data();
 }
@@ -34,11 +34,11 @@ const char* endInWords(ScriptEnd end)
     case ScriptEnd::kValue:
         return "the show ends";
     case ScriptEnd::kTooLong:
-        return "left here, after an hour without an end";
+        return "stopped here, after an hour without an end";
     case ScriptEnd::kPlayed:
         break;
     }
-    return "the module is through, and nothing has ended the show";
+    return "the module has ended or repeats itself, and nothing has ended the show";
 }
 
 } // namespace

@@ -8,7 +8,8 @@
 #include <span>
 #include <string>
 
-// Writes the script as a table, a line for each cue; sections, if there are any, head theirs.
+// Writes the script as a table with a line for each cue, under the name of its section if there are
+// sections.
 void writeText(std::ostream& stream, const Script& script, std::span<const ScoreSection> sections);
 
 // "3:07.680"
