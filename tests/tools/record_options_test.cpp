@@ -27,7 +27,7 @@ std::string textOf(const RecordOptions& options)
     if (const auto end = options.endFrame()) {
         text << *end;
     }
-    for (const StillWish& still : options.stills) {
+    for (const StillTime& still : options.stills) {
         text << ' ' << options.stillsFolder.string() << '/' << still.time << '='
              << options.frameOf(still);
     }

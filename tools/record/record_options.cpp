@@ -140,9 +140,9 @@ std::uint64_t readTime(Text option, Text value)
     return *time;
 }
 
-std::vector<StillWish> readStills(Text option, Text value)
+std::vector<StillTime> readStills(Text option, Text value)
 {
-    std::vector<StillWish> stills;
+    std::vector<StillTime> stills;
     for (std::size_t begin = 0; begin <= value.size();) {
         const std::size_t end = std::min(value.find(',', begin), value.size());
         const Text time = value.substr(begin, end - begin);
@@ -196,7 +196,7 @@ void check(RecordOptions& options)
     if (end && *end <= first) {
         throw UsageError("there is no frame between --from and --to");
     }
-    for (const StillWish& still : options.stills) {
+    for (const StillTime& still : options.stills) {
         const std::uint64_t frame = options.frameOf(still);
         if (frame < first || (end && frame >= *end)) {
             throw UsageError("the still at " + still.time + " is not between --from and --to");
@@ -219,7 +219,7 @@ std::optional<std::uint64_t> RecordOptions::endFrame() const
         return rate.firstFrameFrom(*to);
     }
     if (onlyStills()) {
-        return frameOf(std::ranges::max(stills, {}, &StillWish::microseconds)) + 1;
+        return frameOf(std::ranges::max(stills, {}, &StillTime::microseconds)) + 1;
     }
     return std::nullopt;
 }

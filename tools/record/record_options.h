@@ -11,7 +11,8 @@
 #include <string>
 #include <vector>
 
-struct StillWish {
+// When a still is taken.
+struct StillTime {
     std::string time; // as it was written; names the file
     std::uint64_t microseconds = 0;
 };
@@ -25,7 +26,7 @@ struct RecordOptions {
     std::optional<std::uint64_t> to; // none: the show's end
     std::optional<int> crf;
     std::filesystem::path stillsFolder;
-    std::vector<StillWish> stills;
+    std::vector<StillTime> stills;
     std::filesystem::path hashes; // empty: none
     std::filesystem::path show;   // the folder that the show is started in, with data/ in it
     std::vector<std::string> programArguments;
@@ -35,7 +36,7 @@ struct RecordOptions {
     [[nodiscard]] std::uint64_t firstFrame() const { return rate.firstFrameFrom(from); }
     // The frame before which the recording ends; none: the show's end.
     [[nodiscard]] std::optional<std::uint64_t> endFrame() const;
-    [[nodiscard]] std::uint64_t frameOf(const StillWish& still) const
+    [[nodiscard]] std::uint64_t frameOf(const StillTime& still) const
     {
         return rate.frameAt(still.microseconds);
     }

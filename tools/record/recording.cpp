@@ -22,7 +22,7 @@ constexpr int kForEver = -1;
 std::multimap<std::uint64_t, std::string> stillsByFrame(const RecordOptions& options)
 {
     std::multimap<std::uint64_t, std::string> stills;
-    for (const StillWish& still : options.stills) {
+    for (const StillTime& still : options.stills) {
         stills.emplace(options.frameOf(still), still.time + ".png");
     }
     return stills;
