@@ -70,6 +70,7 @@ TEST(Show, StartsUpInOrder)
     }
     const Outcome outcome = perform({.frameCount = 1});
     EXPECT_THAT(outcome.startUp, ::testing::ElementsAreArray(wanted));
+    EXPECT_EQ(outcome.frames.size(), 1);
     EXPECT_THAT(outcome.shutDown, ElementsAre("SDL_CloseAudio", "SDL_Quit"));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output + outcome.errors, "");
