@@ -36,7 +36,8 @@ Substances sown(const Raster<Tissue>& tissue, int seed)
 {
     const int size = tissue.width();
     Substances substances{GreyPicture(size, size), GreyPicture(size, size)};
-    auto& [u, v] = substances;
+    GreyPicture& u = substances.u;
+    GreyPicture& v = substances.v;
     v.fill([&](int x, int y) {
         const glm::vec2 place = glm::vec2(x, y) * (24.0F / static_cast<float>(size));
         return noise(place, glm::ivec2(24), seed) > 0.1F ? 0.4F * tissue.at(x, y).alive : 0.0F;
