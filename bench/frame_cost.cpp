@@ -6,6 +6,7 @@
 #include "base/view.h"
 #include "bench/gl_tape.h"
 #include "bench/median.h"
+#include "cues/catalogue.h"
 #include "scenes/part.h"
 #include "show/display.h"
 #include "show/options.h"
@@ -34,8 +35,8 @@ double milliseconds(Work work)
 void measure(std::size_t scene, int frames)
 {
     Part& part = *sceneTable[scene];
-    for (int event = 128; event <= 137; ++event) {
-        part.syncEvent(event); // near, thick, lit: what costs most
+    for (const cues::Event& event : cues::kScenes[scene].events) {
+        part.syncEvent(event.value); // near, thick, lit: what costs most
     }
 
     std::vector<double> whole;

@@ -11,7 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 
-constexpr std::uint64_t kSamplesPerSecond = 44100; // each of them left and right
+constexpr std::uint64_t kSamplesPerSecond = 44100; // audio frames: each has a left and a right one
 constexpr std::size_t kSoundChannels = 2;
 constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
 

@@ -43,7 +43,7 @@ bool World::openAudio(const SDL_AudioSpec& wanted)
 {
     if (wanted.freq != static_cast<int>(kSamplesPerSecond) || wanted.format != AUDIO_S16SYS ||
         wanted.channels != kSoundChannels) {
-        std::fputs("kso: only 44100 Hz, 16 bits and stereo are played\n", stderr);
+        std::fputs("kso: only 44100 Hz, 16 bits and stereo can be recorded\n", stderr);
         return false;
     }
     audio_ = wanted;
@@ -96,7 +96,6 @@ void World::hearUntil(std::uint64_t sample)
     }
     samples_.assign((sample - heard_) * kSoundChannels, 0);
     for (std::size_t i = 0; audio_ && audioPlays_ && i < samples_.size(); i += kSoundChannels) {
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as SDL's callbacks want it
         audio_->callback(audio_->userdata, reinterpret_cast<Uint8*>(&samples_[i]),
                          kSoundChannels * sizeof samples_[i]);
     }

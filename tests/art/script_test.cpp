@@ -1,6 +1,7 @@
 // The show's script, as it stands in the module that is played.
+#include "cues/catalogue.h"
+
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -12,30 +13,8 @@ namespace {
 
 using openmpt::module;
 
-constexpr const char* kFile = "data/olvu.xm";
-constexpr int kEndOrder = 30;
-constexpr int kBlack = 7; // comes with a silence
-constexpr int kEndEvent = 8;
-constexpr int kFirstEvent = 64; // what moves a scene; below it are the choices of one, and the end
+constexpr int kEndOrder = 30; // of the last section, which nothing starts with
 constexpr double kRowSeconds = 0.12;
-
-struct Section {
-    int firstOrder;
-    int scene;
-    int firstEvent; // what the scene listens to
-    int lastEvent;
-};
-
-constexpr std::array kSections = {
-    Section{0,  0, 128, 132},
-    Section{3,  1, 128, 137},
-    Section{6,  2, 128, 131},
-    Section{10, 3, 131, 131},
-    Section{13, 4, 128, 131},
-    Section{18, 5, 128, 137},
-    Section{26, 6, 256, 255},
-    Section{30, 7, 256, 255},
-};
 
 // A row as the player shows it: "C-5 02v40 F06" for a cell, "... .. .. ..." for an empty one.
 struct Row {
@@ -49,7 +28,7 @@ struct Row {
 
 module loadShow()
 {
-    std::ifstream stream(kFile, std::ios::binary);
+    std::ifstream stream(cues::kModulePath, std::ios::binary);
     return {
         std::vector<char>{std::istreambuf_iterator<char>(stream), {}}
     };
@@ -78,15 +57,26 @@ std::vector<Row> readScript(const module& song)
     return script;
 }
 
-const Section& sectionOf(const Row& row)
+// A stretch of the order list, from its first order to before the next one's.
+struct Section {
+    int firstOrder;
+    int scene;
+};
+
+Section sectionOf(const Row& row)
 {
-    const auto begun = [&row](const Section& section) { return section.firstOrder <= row.order; };
-    return *std::find_if(kSections.rbegin(), kSections.rend(), begun);
+    Section section = {0, cues::kOpening};
+    for (const cues::Scene& scene : cues::kScenes) {
+        if (scene.startOrder && *scene.startOrder <= row.order) {
+            section = {*scene.startOrder, scene.number};
+        }
+    }
+    return row.order < kEndOrder ? section : Section{kEndOrder, cues::kEmpty};
 }
 
-const Section& sectionOfScene(int scene)
+bool choosesScene(const Row& row)
 {
-    return *std::ranges::find(kSections, scene, &Section::scene);
+    return cues::sceneOf(row.event) != nullptr;
 }
 
 // The loudest sample of `seconds` from here on.
@@ -115,8 +105,8 @@ TEST(Script, SelectsEachSceneWhereItsSectionBegins)
     int scene = 0;
     for (const Row& row : readScript(loadShow())) {
         SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
-        const Section& section = sectionOf(row);
-        scene = row.event >= 0 && row.event < kEndEvent ? row.event : scene;
+        const Section section = sectionOf(row);
+        scene = choosesScene(row) ? row.event : scene;
         cutRows = scene == section.scene ? 0 : cutRows + 1;
         EXPECT_LE(cutRows, kLongestCut);
         if (row.row != 0 || row.order != section.firstOrder) {
@@ -136,18 +126,13 @@ TEST(Script, SelectsEachSceneWhereItsSectionBegins)
 
 TEST(Script, MovesThePictureOnlyWithAHitAndOnlyFromItsLastChannel)
 {
-    int scene = 0;
     for (const Row& row : readScript(loadShow())) {
         SCOPED_TRACE(std::to_string(row.order) + ":" + std::to_string(row.row));
         EXPECT_EQ(row.effects.find('Z'), std::string::npos);
         EXPECT_TRUE(row.sync == "... .. .. ..." || row.event >= 0) << row.sync;
         EXPECT_EQ(row.sync.substr(0, 10), "... .. .. ");
-        EXPECT_TRUE(row.heard || row.event == -1 || row.event == kBlack || row.order == kEndOrder);
-        scene = row.event >= 0 && row.event < kEndEvent ? row.event : scene;
-        if (row.event >= kFirstEvent) {
-            EXPECT_GE(row.event, sectionOfScene(scene).firstEvent);
-            EXPECT_LE(row.event, sectionOfScene(scene).lastEvent);
-        }
+        EXPECT_TRUE(row.heard || row.event == -1 || row.event == cues::kEmpty ||
+                    row.order == kEndOrder);
     }
 }
 
@@ -156,7 +141,7 @@ TEST(Script, EndsAfterTwoOrThreeSecondsOfSilence)
     module song = loadShow();
     const std::vector<Row> script = readScript(song);
     const auto end = std::find_if(script.begin(), script.end(),
-                                  [](const Row& row) { return row.event == kEndEvent; });
+                                  [](const Row& row) { return row.event == cues::kEndOfShow; });
     ASSERT_NE(end, script.end());
     ASSERT_EQ(end->order, kEndOrder);
     EXPECT_GE(end->row * kRowSeconds, 2.0);

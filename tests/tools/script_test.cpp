@@ -11,7 +11,7 @@ namespace {
 std::string textOf(const Script& script)
 {
     std::ostringstream text;
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         text << cue.sample << ' ' << cue.order << ':' << cue.row << '.' << cue.channel << ' '
              << asEffect(cue.value) << '>' << cue.scene << ", ";
     }

@@ -30,7 +30,7 @@ constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
 using Frames = std::set<std::uint64_t>;
 
-// "all" is none: no list.
+// A list of frames, or none for "all".
 std::optional<Frames> readFrames(const char* list)
 {
     if (std::string_view(list) == "all") {

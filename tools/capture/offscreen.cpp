@@ -15,8 +15,8 @@
 namespace {
 
 constexpr std::size_t kBytesPerPixel = 3;
-constexpr int kMostDevices = 32;
-constexpr int kMostConfigs = 256;
+constexpr int kMaxDevices = 32;
+constexpr int kMaxConfigs = 256;
 constexpr std::array kColourSizes = {EGL_RED_SIZE, EGL_GREEN_SIZE, EGL_BLUE_SIZE};
 constexpr EGLint kBitsOfAColour = 8;
 
@@ -28,7 +28,6 @@ template <typename Function>
 Function extension(const char* name)
 {
     // EGL hands every function out under one type.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
     return reinterpret_cast<Function>(eglGetProcAddress(name));
 }
 
@@ -36,7 +35,6 @@ Function extension(const char* name)
 template <typename Function>
 Function original(const char* name)
 {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
@@ -52,10 +50,10 @@ std::vector<EGLDisplay> displays()
     const auto queryDevices = extension<PFNEGLQUERYDEVICESEXTPROC>("eglQueryDevicesEXT");
     const auto queryString = extension<PFNEGLQUERYDEVICESTRINGEXTPROC>("eglQueryDeviceStringEXT");
     const auto getDisplay = extension<PFNEGLGETPLATFORMDISPLAYEXTPROC>("eglGetPlatformDisplayEXT");
-    std::array<EGLDeviceEXT, kMostDevices> devices{};
+    std::array<EGLDeviceEXT, kMaxDevices> devices{};
     EGLint count = 0;
     if (queryDevices == nullptr || queryString == nullptr || getDisplay == nullptr ||
-        queryDevices(kMostDevices, devices.data(), &count) == EGL_FALSE) {
+        queryDevices(kMaxDevices, devices.data(), &count) == EGL_FALSE) {
         return {};
     }
     std::vector<EGLDisplay> found;
@@ -79,10 +77,10 @@ bool openOn(EGLDisplay display)
     // clang-format on
     const std::array<EGLint, 5> size = {EGL_WIDTH, buffer.width, EGL_HEIGHT, buffer.height,
                                         EGL_NONE};
-    std::array<EGLConfig, kMostConfigs> configs{};
+    std::array<EGLConfig, kMaxConfigs> configs{};
     EGLint count = 0;
     if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
-        eglChooseConfig(display, kConfigAttributes.data(), configs.data(), kMostConfigs, &count) ==
+        eglChooseConfig(display, kConfigAttributes.data(), configs.data(), kMaxConfigs, &count) ==
             EGL_FALSE) {
         return false;
     }
@@ -128,7 +126,6 @@ bool openOffscreen(PictureSize windowSize, PictureSize bufferSize)
 
 std::string rendererName()
 {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): OpenGL's bytes are text
     return reinterpret_cast<const char*>(glGetString(GL_RENDERER));
 }
 

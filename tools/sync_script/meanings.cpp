@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdio>
 
-const cues::Event* meaningOf(const Cue& cue)
+const cues::Event* meaningOf(const PlayedCue& cue)
 {
     return cues::eventOf(cue.scene, cue.value);
 }
@@ -19,7 +19,7 @@ bool isPictured(int scene)
     return cues::sceneOf(scene) != nullptr && scene != cues::kEmpty;
 }
 
-std::string inWords(const Cue& cue)
+std::string inWords(const PlayedCue& cue)
 {
     if (cues::sceneOf(cue.value) != nullptr) {
         return "selects scene " + std::to_string(cue.value) + ", " + sceneName(cue.value);

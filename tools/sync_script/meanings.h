@@ -7,7 +7,7 @@
 #include <string>
 
 // The event that a cue is; null if its scene does not react to it or if it is not an event.
-const cues::Event* meaningOf(const Cue& cue);
+const cues::Event* meaningOf(const PlayedCue& cue);
 
 // "opening"; "-" if no scene has this number.
 const char* sceneName(int scene);
@@ -16,7 +16,7 @@ const char* sceneName(int scene);
 bool isPictured(int scene);
 
 // The cue in words, as the show understands it.
-std::string inWords(const Cue& cue);
+std::string inWords(const PlayedCue& cue);
 
 // As trackers show it: "Z80".
 std::string asEffect(int value);

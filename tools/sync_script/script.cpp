@@ -127,7 +127,7 @@ std::vector<SceneVisit> sceneVisits(const Script& script)
     std::vector<SceneVisit> visits = {
         {0, 0, script.samples}
     };
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         if (!cues::isEvent(cue.value) && cue.scene != visits.back().scene) {
             visits.back().end = cue.sample;
             visits.push_back({cue.scene, cue.sample, script.samples});

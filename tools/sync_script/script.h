@@ -12,7 +12,7 @@
 #include <vector>
 
 // One Zxx effect.
-struct Cue {
+struct PlayedCue {
     std::int64_t sample = 0; // where its row begins
     int order = 0;
     int row = 0;
@@ -36,8 +36,8 @@ enum class ScriptEnd {
 
 struct Script {
     std::string title;
-    std::vector<RowStart> rows; // as they are played
-    std::vector<Cue> cues;      // in the order of rows, within a row by channel
+    std::vector<RowStart> rows;  // as they are played
+    std::vector<PlayedCue> cues; // in the order of rows, within a row by channel
     std::vector<Level> levels;
     std::int64_t samples = 0; // how long it is
     ScriptEnd end = ScriptEnd::kPlayed;

@@ -30,7 +30,7 @@ double eventfulness(const Script& script, const Still& stretch, std::int64_t mom
 {
     double sum = 0.0;
     std::set<std::string_view> lasting;
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         const cues::Event* meaning = meaningOf(cue);
         if (cue.sample < stretch.begin || cue.sample > moment || meaning == nullptr) {
             continue;
@@ -52,7 +52,7 @@ double eventfulness(const Script& script, const Still& stretch, std::int64_t mom
 std::int64_t whenShown(const Script& script, int scene, std::int64_t moment)
 {
     bool shown = true;
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         if (cue.sample > moment && (shown || cue.scene == scene)) {
             return shown ? moment : cue.sample;
         }
@@ -69,7 +69,7 @@ double bestSeconds(const Script& script, int scene, const Still& stretch)
     };
     double best = 0.0;
     std::int64_t moment = whenShown(script, scene, part(kWithoutEvents));
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         if (cue.scene != scene || cue.sample < part(kFirstPart) || cue.sample > part(kLastPart)) {
             continue;
         }

@@ -49,13 +49,13 @@ void drawLane(const Chart& chart, const SceneVisit& visit, const cues::Event& la
     chart.typeWithin(box, asEffect(lane.value) + "  " + lane.name, box.y + 7.0 + kLaneType,
                      {kLaneType, {mixed(colour, kTypeColour, 0.45)}});
 
-    const Cue* begun = nullptr;
+    const PlayedCue* begun = nullptr;
     const auto hold = [&](double end) {
         const double x = chart.xOf(begun->sample);
         chart.pen.fill({x, top, end - x, height}, {colour, kHoldAlpha});
         begun = nullptr;
     };
-    for (const Cue& cue : chart.script.cues) {
+    for (const PlayedCue& cue : chart.script.cues) {
         const cues::Event* meaning = meaningOf(cue);
         if (cue.sample < visit.begin || cue.sample >= visit.end || meaning == nullptr ||
             !isCalled(*meaning, lane.name)) {
@@ -80,7 +80,7 @@ void drawLane(const Chart& chart, const SceneVisit& visit, const cues::Event& la
 // The events that their scene does not react to.
 void drawLostEvents(const Chart& chart, const SceneVisit& visit, const Box& box)
 {
-    for (const Cue& cue : chart.script.cues) {
+    for (const PlayedCue& cue : chart.script.cues) {
         const bool isHere = cue.sample >= visit.begin && cue.sample < visit.end;
         if (isHere && cues::isEvent(cue.value) && meaningOf(cue) == nullptr) {
             chart.pen.fill({chart.xOf(cue.sample), box.y, 1.0, box.height}, {kTypeColour, 0.25});

@@ -21,7 +21,7 @@ std::string line(const char* format, Values... values)
     return text.data();
 }
 
-void writeCue(std::ostream& stream, const Cue& cue)
+void writeCue(std::ostream& stream, const PlayedCue& cue)
 {
     stream << line("%9s %6d %4d  %-5s %4d  %-16s %s\n", clockTime(cue.sample).c_str(), cue.order,
                    cue.row, asEffect(cue.value).c_str(), cue.value, sceneName(cue.scene),
@@ -50,7 +50,7 @@ void writeText(std::ostream& stream, const Script& script, std::span<const Score
            << line("%9s %6s %4s  %-5s %4s  %-16s %s\n", "time", "order", "row", "value", "",
                    "scene", "meaning");
     std::string section;
-    for (const Cue& cue : script.cues) {
+    for (const PlayedCue& cue : script.cues) {
         const std::string here = sectionAt(sections, cue.order);
         if (here != section) {
             stream << '\n' << here << '\n';
