@@ -1,7 +1,9 @@
 #pragma once
 
-// In pixels.
+#include "base/view.h"
+
+// In pixels; the show's own window unless another size is asked for.
 struct PictureSize {
-    int width = 640;
-    int height = 480;
+    int width = kWindowWidth;
+    int height = kWindowHeight;
 };

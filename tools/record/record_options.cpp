@@ -16,10 +16,11 @@ const char* const kRecordHelp =
   -o FILE           the film (kso.mp4). Its name says what it is: .mp4, .mov, .mkv and .webm with
                     sound, .gif or frames-%05d.png without, .wav or .flac the sound alone
   --fps RATE        frames a second (60): a number like 25 or 59.94, or a fraction like 60000/1001
-  --size WxH        pixels, both even, up to 3840x2160 (640x480). The picture is enlarged until it
-                    touches two sides, and keeps its shape: 1280x544 leaves no black bars. All that
-                    OpenGL draws is drawn larger, so edges and lines are sharp; what the show draws
-                    pixel by pixel (the wire figures, the column, the fire) keeps its resolution
+  --size WxH        pixels, both even, up to 3840x2160 (the show's window). The picture is enlarged
+                    until it touches two sides, and keeps its shape: 1280x544 leaves no black bars.
+                    All that OpenGL draws is drawn larger, so edges and lines are sharp; what the
+                    show draws pixel by pixel (the wire figures, the column, the fire) keeps its
+                    resolution
   --from SECONDS    begin with the first frame at this moment of the show or after it
   --to SECONDS      end before the first frame at this moment or after it
   --crf N           quality of .mp4, .mov, .mkv and .webm: 0 is the best, 51 the smallest (18)
