@@ -1,4 +1,4 @@
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "bench/rows.h"
 #include "reference/plain_bump_tube.h"
 #include "reference/plain_grid_warp.h"

@@ -3,14 +3,14 @@
 // after the other in one run.
 //
 //   frame_cost [FRAMES]     of each scene, 60 unless told
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "bench/gl_tape.h"
 #include "bench/median.h"
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/part.h"
 #include "show/display.h"
 #include "show/options.h"
-#include "show/scene_table.h"
+#include "show/scheduler.h"
 #include "show/world.h"
 
 #include <GL/gl.h>

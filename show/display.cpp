@@ -1,7 +1,7 @@
 #include "show/display.h"
 
 #include "base/fatal.h"
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "render/projection.h"
 #include "show/options.h"
 

@@ -1,6 +1,6 @@
 // The whole show in the order in which it happens.
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "show/display.h"
 #include "show/music.h"
 #include "show/options.h"

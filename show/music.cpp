@@ -1,7 +1,7 @@
 #include "show/music.h"
 
 #include "base/fatal.h"
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "show/options.h"
 #include "show/scheduler.h"
 #include "show/sync_queue.h"

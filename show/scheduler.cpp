@@ -2,7 +2,6 @@
 
 #include "scenes/part.h"
 #include "show/demo_clock.h"
-#include "show/scene_table.h"
 #include "show/sync_queue.h"
 
 #include <cstddef>

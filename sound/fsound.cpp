@@ -1,10 +1,8 @@
 #include "sound/fsound.h"
 
-#include "sound/device_output.h"
 #include "sound/mixer.h"
 #include "sound/module.h"
 #include "sound/output.h"
-#include "sound/silent_output.h"
 #include "sound/sound_error.h"
 
 #include <algorithm>
@@ -52,15 +50,6 @@ bool isModule(const FMUSIC_MODULE* handle)
                                [&](const auto& module) { return module.get() == handle; });
 }
 
-// Null if no sound device can be opened.
-std::unique_ptr<Output> openOutput()
-{
-    if (sound.silent) {
-        return std::make_unique<SilentOutput>(sound.mixer);
-    }
-    return DeviceOutput::open(sound.mixer);
-}
-
 Sound::~Sound()
 {
     FSOUND_Close();
@@ -101,7 +90,7 @@ signed char FSOUND_Init(int mixRateHz, int /*maxSoftwareChannels*/, unsigned int
     if (mixRateHz != kMixRateHz) {
         return fail(SoundError::invalidParameter);
     }
-    sound.output = openOutput();
+    sound.output = openOutput(sound.mixer, sound.silent);
     return sound.isOpen() ? 1 : fail(SoundError::noOutputDevice);
 }
 

@@ -2,7 +2,7 @@
 // before the real ones (LD_PRELOAD), they take their place.
 
 #include "virtual/text.h"
-#include "virtual/world.h"
+#include "virtual/virtual_world.h"
 
 #include <SDL.h>
 #include <ctime>

@@ -1,5 +1,5 @@
 // The show's script, as it stands in the module that is played.
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "reference/plain_grid_warp.h"
 #include "render/grid_mesh.h"
 #include "render/grid_warp.h"

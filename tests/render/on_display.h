@@ -1,7 +1,7 @@
 // What OpenGL draws, read back from a real display.
 #pragma once
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "image/bitmap.h"
 #include "render/projection.h"
 #include "show/display.h"

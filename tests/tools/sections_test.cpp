@@ -1,4 +1,4 @@
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "tools/sync_script/sections.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The whole show, recorded: the real program with real OpenGL, frame by frame and sample by sample.
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "sound/mixer.h"
 #include "tests/whole_show/files.h"
 #include "tests/whole_show/golden.h"

@@ -1,7 +1,7 @@
 // Stands in for SDL, OpenGL and the clock when it is loaded before them (LD_PRELOAD): the program
-// lives in the virtual world (virtual/world.h), nothing is shown or heard, and every call becomes a
-// line of a log: the name, then the arguments. OpenGL's part is in gl_log.cpp. The end of a pass is
-// a line too. Environment variables say how:
+// lives in the virtual world (virtual/virtual_world.h), nothing is shown or heard, and every call
+// becomes a line of a log: the name, then the arguments. OpenGL's part is in gl_log.cpp. The end of
+// a pass is a line too. Environment variables say how:
 //
 //   STAND_IN_LOG     the log's path
 //   STAND_IN_FPS     frames per second
@@ -12,7 +12,7 @@
 
 #include "tests/whole_show/gl_log.h"
 #include "virtual/environment.h"
-#include "virtual/world.h"
+#include "virtual/virtual_world.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -66,10 +66,10 @@ void tell(const std::string& line)
     std::fputs((line + '\n').c_str(), log);
 }
 
-World& world()
+VirtualWorld& world()
 {
     // Neither is ever taken down: the program calls to its very end.
-    static auto* const kWorld = new World(worldSettings(), *new CallLog);
+    static auto* const kWorld = new VirtualWorld(worldSettings(), *new CallLog);
     return *kWorld;
 }
 

@@ -1,13 +1,13 @@
 // Loaded before SDL (LD_PRELOAD), takes its place: the program draws into memory and lives in the
-// virtual world (virtual/world.h), and every frame and every sample goes to the recorder, through a
-// pipe.
+// virtual world (virtual/virtual_world.h), and every frame and every sample goes to the recorder,
+// through a pipe.
 
 #include "tools/capture/offscreen.h"
 #include "tools/capture/packets.h"
 #include "tools/capture/settings.h"
 #include "virtual/environment.h"
 #include "virtual/timing.h"
-#include "virtual/world.h"
+#include "virtual/virtual_world.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -146,9 +146,9 @@ private:
 
 } // namespace
 
-World& world()
+VirtualWorld& world()
 {
     // Neither is ever taken down: the program calls to its very end.
-    static auto* const kWorld = new World(worldSettings(), *new PacketPipe);
+    static auto* const kWorld = new VirtualWorld(worldSettings(), *new PacketPipe);
     return *kWorld;
 }

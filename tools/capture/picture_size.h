@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 
 // In pixels; the show's own window unless another size is asked for.
 struct PictureSize {

@@ -1,6 +1,6 @@
 #include "tools/record/show_length.h"
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "show/options.h"
 #include "tools/record/process.h"
 #include "virtual/row_walk.h"

@@ -1,7 +1,7 @@
 // sync_script [MODULE]                             prints the script
 // sync_script --still-times [MODULE]               prints when stills are taken: 12.05,40.70
 // sync_script --strip FILE [--stills DIR] [MODULE] draws it into FILE.png or FILE.svg
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "tools/sync_script/script.h"
 #include "tools/sync_script/sections.h"
 #include "tools/sync_script/stills.h"

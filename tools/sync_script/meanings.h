@@ -1,7 +1,7 @@
 // What the cues of a script mean, in words.
 #pragma once
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "tools/sync_script/script.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "tools/sync_script/pen.h"
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 
 #include <algorithm>
 #include <cairo-svg.h>

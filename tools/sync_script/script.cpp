@@ -1,6 +1,6 @@
 #include "tools/sync_script/script.h"
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "sound/mixer.h"
 #include "sound/module.h"
 

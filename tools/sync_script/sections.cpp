@@ -1,7 +1,7 @@
 #include "tools/sync_script/sections.h"
 
 #include "art/music/score/score_reader.h"
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 
 #include <filesystem>
 #include <system_error>

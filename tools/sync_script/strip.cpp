@@ -1,6 +1,6 @@
 #include "tools/sync_script/strip.h"
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "sound/mixer.h"
 #include "tools/sync_script/meanings.h"
 #include "tools/sync_script/sections.h"

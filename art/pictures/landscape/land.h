@@ -4,7 +4,7 @@
 #pragma once
 
 #include "art/pictures/kit/picture.h"
-#include "base/view.h"
+#include "base/window_and_view.h"
 
 #include <glm/vec2.hpp>
 #include <glm/vec3.hpp>

@@ -4,7 +4,7 @@
 // view.
 #pragma once
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include "scenes/loppupart.h"
+#include "scenes/closing/loppupart.h"
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 
 #include <GL/gl.h>
 #include <SDL.h>

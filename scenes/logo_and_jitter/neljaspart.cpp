@@ -1,6 +1,6 @@
-#include "scenes/neljaspart.h"
+#include "scenes/logo_and_jitter/neljaspart.h"
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/pictures.h"
 #include "scenes/shared_objects.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "image/bitmap.h"
 #include "render/bump_tube.h"
 #include "render/screen_quad.h"

@@ -1,4 +1,4 @@
-#include "virtual/world.h"
+#include "virtual/virtual_world.h"
 
 #include <cstdio>
 #include <utility>
@@ -9,11 +9,12 @@ constexpr std::uint64_t kMillisecondsPerSecond = 1000;
 
 } // namespace
 
-World::World(WorldSettings settings, Sink& sink) : settings_(std::move(settings)), sink_(sink)
+VirtualWorld::VirtualWorld(WorldSettings settings, Sink& sink)
+    : settings_(std::move(settings)), sink_(sink)
 {
 }
 
-std::uint32_t World::look()
+std::uint32_t VirtualWorld::look()
 {
     if (!lastWasShown_) {
         sink_.picture(frame_ - 1);
@@ -29,17 +30,17 @@ std::uint32_t World::look()
     return settings_.firstTicks + delayed_ + static_cast<std::uint32_t>(elapsed);
 }
 
-std::time_t World::timeOfDay() const
+std::time_t VirtualWorld::timeOfDay() const
 {
     return static_cast<std::time_t>(kFirstTimeOfDay + settings_.rate.momentOf(frame_, 1));
 }
 
-void World::sleep(std::uint32_t milliseconds)
+void VirtualWorld::sleep(std::uint32_t milliseconds)
 {
     delayed_ += frame_ == 0 ? milliseconds : 0;
 }
 
-bool World::openAudio(const SDL_AudioSpec& wanted)
+bool VirtualWorld::openAudio(const SDL_AudioSpec& wanted)
 {
     if (wanted.freq != static_cast<int>(kSamplesPerSecond) || wanted.format != AUDIO_S16SYS ||
         wanted.channels != kSoundChannels) {
@@ -51,7 +52,7 @@ bool World::openAudio(const SDL_AudioSpec& wanted)
     return true;
 }
 
-void World::swap()
+void VirtualWorld::swap()
 {
     if (!isShown_) {
         sink_.picture(frame_);
@@ -59,7 +60,7 @@ void World::swap()
     }
 }
 
-std::optional<Uint8> World::nextEvent()
+std::optional<Uint8> VirtualWorld::nextEvent()
 {
     if (closesNow()) {
         hearUntil(settings_.rate.samplesBefore(*settings_.end));
@@ -74,13 +75,13 @@ std::optional<Uint8> World::nextEvent()
     return std::nullopt;
 }
 
-bool World::closesNow() const
+bool VirtualWorld::closesNow() const
 {
     const bool isLast = frame_ + 1 == settings_.end && isShown_;
     return settings_.end && (isLast || frame_ >= *settings_.end) && !isClosed_;
 }
 
-void World::endPass()
+void VirtualWorld::endPass()
 {
     sink_.passEnds(frame_);
     lastWasShown_ = isShown_;
@@ -89,7 +90,7 @@ void World::endPass()
 }
 
 // Plays the sound on, to this many samples after the first frame's moment.
-void World::hearUntil(std::uint64_t sample)
+void VirtualWorld::hearUntil(std::uint64_t sample)
 {
     if (sample <= heard_) {
         return;

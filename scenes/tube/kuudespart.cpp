@@ -1,6 +1,6 @@
-#include "scenes/kuudespart.h"
+#include "scenes/tube/kuudespart.h"
 
-#include "base/view.h"
+#include "base/window_and_view.h"
 #include "scenes/pictures.h"
 
 #include <GL/gl.h>

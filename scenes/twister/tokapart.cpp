@@ -1,7 +1,7 @@
-#include "scenes/tokapart.h"
+#include "scenes/twister/tokapart.h"
 
-#include "base/view.h"
-#include "cues/catalogue.h"
+#include "base/window_and_view.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/pictures.h"
 
 #include <GL/gl.h>

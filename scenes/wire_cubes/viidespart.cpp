@@ -1,6 +1,6 @@
-#include "scenes/viidespart.h"
+#include "scenes/wire_cubes/viidespart.h"
 
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/shared_objects.h"
 
 #include <GL/gl.h>

@@ -1,5 +1,5 @@
 // The catalogue, and the module that speaks in its words.
-#include "cues/catalogue.h"
+#include "cues/scenes_and_events.h"
 #include "sound/module.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "scenes/kolmaspart.h"
+#include "scenes/image_trail/kolmaspart.h"
 
-#include "base/view.h"
-#include "cues/catalogue.h"
+#include "base/window_and_view.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/pictures.h"
 #include "scenes/shared_objects.h"
 

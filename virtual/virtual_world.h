@@ -25,9 +25,9 @@ struct WorldSettings {
     Uint8 closingEvent = SDL_QUIT;              // or this happens instead
 };
 
-class World {
+class VirtualWorld {
 public:
-    World(WorldSettings settings, Sink& sink); // borrowed
+    VirtualWorld(WorldSettings settings, Sink& sink); // borrowed
 
     [[nodiscard]] Sink& sink() { return sink_; }
 
@@ -74,4 +74,4 @@ private:
 // The world of this process, in which SDL's calls end (virtual/calls.cpp). The library that links
 // them defines it. It has to be there from the first call to the program's very end, since globals
 // of the program still close the sound when those of libraries are gone.
-World& world();
+VirtualWorld& world();

@@ -1,4 +1,4 @@
-#include "scenes/tyhjapart.h"
+#include "scenes/empty/tyhjapart.h"
 
 #include <GL/gl.h>
 #include <SDL.h>

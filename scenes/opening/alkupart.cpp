@@ -1,7 +1,7 @@
-#include "scenes/alkupart.h"
+#include "scenes/opening/alkupart.h"
 
-#include "base/view.h"
-#include "cues/catalogue.h"
+#include "base/window_and_view.h"
+#include "cues/scenes_and_events.h"
 #include "scenes/shared_objects.h"
 
 #include <GL/gl.h>
