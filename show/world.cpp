@@ -7,7 +7,7 @@
 #include "scenes/image_trail/kolmaspart.h"
 #include "scenes/logo_and_jitter/neljaspart.h"
 #include "scenes/opening/alkupart.h"
-#include "scenes/shared_objects.h"
+#include "scenes/shared_canvas_and_grid.h"
 #include "scenes/tube/kuudespart.h"
 #include "scenes/twister/tokapart.h"
 #include "scenes/wire_cubes/viidespart.h"

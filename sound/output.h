@@ -15,5 +15,5 @@ public:
 };
 
 // Begins to play what the mixer mixes, on the sound device or silently. Null if no sound device can
-// be opened. The mixer is borrowed.
+// be opened, or no thread begun. The mixer is borrowed.
 std::unique_ptr<Output> openOutput(Mixer& mixer, bool silently);

@@ -27,9 +27,12 @@ void SilentOutput::run(const std::stop_token& stop)
     std::unique_lock held(waiting_);
     Clock::time_point start = Clock::now();
     // Each block's time is counted from the start, so that delays do not add up.
-    for (Blocks mixed{0}; !stop.stop_requested(); ++mixed) {
+    for (Blocks mixed{0};; ++mixed) {
         const Clock::time_point due = start + std::chrono::floor<Clock::duration>(mixed);
         wake_.wait_until(held, stop, due, [] { return false; });
+        if (stop.stop_requested()) {
+            return;
+        }
         if (const Clock::time_point now = Clock::now(); now - due > kMaxCaughtUp) {
             start += now - due;
         }

@@ -3,7 +3,7 @@
 #include "base/window_and_view.h"
 #include "cues/scenes_and_events.h"
 #include "scenes/pictures.h"
-#include "scenes/shared_objects.h"
+#include "scenes/shared_canvas_and_grid.h"
 
 #include <GL/gl.h>
 #include <SDL.h>

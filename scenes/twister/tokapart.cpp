@@ -70,6 +70,7 @@ float columnAngle(float seconds, float flash, int row)
 
 Tokapart::Tokapart()
 {
+    static_assert(kTitleTable.size() == kTitles);
     for (const std::size_t slot : kLoadingOrder) {
         loadKeyed(titles_[slot], kTitleTable[slot].path);
     }

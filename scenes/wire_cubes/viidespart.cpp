@@ -1,7 +1,7 @@
 #include "scenes/wire_cubes/viidespart.h"
 
 #include "cues/scenes_and_events.h"
-#include "scenes/shared_objects.h"
+#include "scenes/shared_canvas_and_grid.h"
 
 #include <GL/gl.h>
 #include <SDL.h>

@@ -17,8 +17,8 @@ struct Cue {
 
 constexpr int kRowsPerOrder = 64;
 
-// At the usual tempo, by the rules of the format and not by playing it: six ticks of a fiftieth of a
-// second.
+// At the usual tempo, by the rules of the format and not by playing it: six ticks of a fiftieth of
+// a second.
 constexpr std::uint64_t kSamplesPerRow = 5292;
 
 // The first frame that hears a row of a scripted module, counted from 0.

@@ -17,7 +17,7 @@ extern GridMesh sharedGrid;
 extern GridWarp sharedWarp;
 extern Bitmap gridTexture;
 
-// Warps the shared grid for a time in seconds and draws it, with the alpha that it has or with a
-// new one, which the grid keeps.
+// Warps the shared grid for a time in seconds and draws it, which needs buildWorld before, with the
+// alpha that it has or with a new one, which the grid keeps.
 void drawWarpedGrid(float seconds);
 void drawWarpedGrid(float seconds, float alpha);

@@ -1,4 +1,4 @@
-#include "scenes/shared_objects.h"
+#include "scenes/shared_canvas_and_grid.h"
 
 // All in this one file, so that they are constructed in this order and destroyed in the reverse
 // one.
