@@ -1,5 +1,5 @@
 // Truevision TGA files: colour-mapped, true-colour and grey pictures, plain or run-length encoded,
-// with any of the four origins. The format is Truevision's specification, version 2.0; of its parts
+// with any of the four origins. Of Truevision's published description of the format, version 2.0,
 // this reads the header, the colour map and the pixels.
 #pragma once
 

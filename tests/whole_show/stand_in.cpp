@@ -78,6 +78,5 @@ VirtualWorld& world()
 extern "C" void srand(unsigned seed)
 {
     tell(text("srand %u", seed));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
     reinterpret_cast<void (*)(unsigned)>(::dlsym(RTLD_NEXT, "srand"))(seed);
 }
