@@ -50,7 +50,7 @@ public:
 private:
     using Bytes = std::vector<std::uint8_t>;
 
-    // A player that nobody hears.
+    // A player whose sound is dropped.
     struct Player {
         explicit Player(const Bytes& file);
 

@@ -1,8 +1,9 @@
 // What becomes of a show in the virtual world: a film, or a log of its calls.
 //
-// Whoever takes SDL's place derives its own and gives it to the world (virtual/virtual_world.h).
-// All operations are called on the program's main thread, from within the call of the program that
-// they are about, and in the order in which these come. What is left as it is here does nothing.
+// A library that takes SDL's place derives its own and gives it to the world
+// (virtual/virtual_world.h). All operations are called on the program's main thread, from within
+// the call of the program that they are about, and in the order in which these come. What is left
+// as it is here does nothing.
 #pragma once
 
 #include <cstdint>

@@ -20,7 +20,7 @@ std::uint32_t VirtualWorld::look()
         sink_.picture(frame_ - 1);
         lastWasShown_ = true;
     }
-    // Nobody can tell the first frame from what comes before it, so each look until it is over
+    // The first frame cannot be told from what comes before it, so each look until it is over
     // hears one sample, and the last one's counts.
     if (frame_ == 0) {
         heard_ = 0;

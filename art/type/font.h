@@ -1,7 +1,7 @@
 // The show's one family of letters: Bebas Neue, from Debian's package fonts-bebas-neue.
 //
-// A font is opened by its path, so that nobody's font settings change a picture, and its letters
-// are never hinted. Their size is the height of a capital.
+// A font is opened by its path, so that no font settings of a machine change a picture, and its
+// letters are never hinted. Their size is the height of a capital.
 #pragma once
 
 #include <cairo.h>

@@ -23,7 +23,7 @@ constexpr float kHugest = std::numeric_limits<float>::max();
 using Pixel = std::array<std::uint8_t, 4>; // red, green, blue, alpha
 using Block = std::array<int, 4>;          // left, top, right and bottom, both included
 
-// Bytes before and behind the pixels that nobody may write; none where the address sanitizer
+// Bytes before and behind the pixels that must not be written; none where the address sanitizer
 // watches the ends itself, and reads too.
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::size_t kGuard = 0;

@@ -5,7 +5,7 @@
 
 #include <string>
 
-// The path of a temporary file that no other test has; whoever makes the file removes it.
+// The path of a temporary file that no other test has; the test that makes the file removes it.
 std::string pathFor(const std::string& ending);
 
 // What a module with these patterns tells the picture; tests/support/test_module.h says how they

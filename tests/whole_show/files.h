@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// A new folder that nobody else uses; whoever takes it removes it.
+// A new folder for one test, which has to remove it.
 inline std::filesystem::path newFolder(const std::string& purpose)
 {
     std::string name = (std::filesystem::temp_directory_path() / ("kso-" + purpose)).string();

@@ -9,7 +9,7 @@
 
 #include <string>
 
-// Where the lines go; whoever uses this log defines it.
+// Where the lines go; the program that uses this log defines it.
 void tell(const std::string& line);
 
 // Forgets all state.

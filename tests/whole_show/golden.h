@@ -31,5 +31,5 @@ Difference differenceBetween(const Picture& one, const Picture& other);
 // at.
 //
 // With KSO_RECORD_GOLDEN in the environment the golden picture is written anew instead, and that
-// too is a failure: whoever does it looks at the result.
+// too is a failure, so that the result is looked at.
 void expectGolden(const std::string& name, const Picture& picture, const Difference& allowed);

@@ -10,7 +10,7 @@
 enum class PacketKind : std::uint32_t {
     started, // OpenGL is there; the bytes are its renderer's name
     picture, // position: the frame; red, green, blue, rows top first
-    unseen,  // position: a frame whose picture nobody wants; no bytes
+    unseen,  // position: a frame whose picture is not needed; no bytes
     sound,   // position: the first sample pair, counted from the first frame; left, right, 16 bits
 };
 

@@ -68,7 +68,7 @@ void draw(const Quad& quad);
 void drawOverView(GLuint texture);
 
 // The one grid that three scenes share: its alpha stays from one to the next, and so do the
-// coordinates behind each strip that nobody writes.
+// coordinates behind each strip, which are never written.
 void resetGrid();
 void setGridAlpha(float alpha);
 void drawGrid(float warpTime);
