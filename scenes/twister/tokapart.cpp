@@ -23,6 +23,8 @@ constexpr unsigned kColumnTextureSize = 256;
 constexpr double kFlashDecay = 0.55; // per drawn frame
 constexpr double kJolt = 2.24;       // radians, for a flash of 1
 
+namespace events = cues::twister;
+
 // A title, its place in the view, and the events that show and hide it. Titles are drawn in this
 // order.
 struct Title {
@@ -31,12 +33,11 @@ struct Title {
     int shownBy, hiddenBy;
 };
 constexpr auto kTitleTable = std::to_array<Title>({
-    {"data/the.tga",       0,  176, 128, 32,  cues::twister::kTheAppears,       cues::twister::kTheGoes},
-    {"data/end.tga",       0,  208, 256, 64,  cues::twister::kEndAppears,       cues::twister::kEndGoes},
-    {"data/kso.tga",       0,  0,   256, 128, cues::twister::kKsoAppears,       cues::twister::kKsoGoes},
-    {"data/by.tga",        60, 70,  64,  32,  cues::twister::kByAppears,        cues::twister::kByGoes },
-    {"data/velmorant.tga", 80, 80,  512, 64,  cues::twister::kVelmorantAppears,
-     cues::twister::kVelmorantGoes                                                                     },
+    {"data/the.tga",       0,  176, 128, 32,  events::kTheAppears,       events::kTheGoes      },
+    {"data/end.tga",       0,  208, 256, 64,  events::kEndAppears,       events::kEndGoes      },
+    {"data/kso.tga",       0,  0,   256, 128, events::kKsoAppears,       events::kKsoGoes      },
+    {"data/by.tga",        60, 70,  64,  32,  events::kByAppears,        events::kByGoes       },
+    {"data/velmorant.tga", 80, 80,  512, 64,  events::kVelmorantAppears, events::kVelmorantGoes},
 });
 
 constexpr std::array<std::size_t, kTitleTable.size()> kLoadingOrder = {2, 3, 4, 0, 1};
