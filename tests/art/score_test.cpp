@@ -43,6 +43,24 @@ constexpr std::array kCellTexts = {
     CellText{"E01",            {0, 0, 0, 0x0E, 0x01}     },
 };
 
+struct Overlay {
+    const char* below;
+    const char* above;
+    XmCell cell;
+};
+
+constexpr std::array kOverlays = {
+    Overlay{"D-4 0D v20",     "x",     {49, 2, 0, 0, 0}          },
+    Overlay{"D-4 0D v20",     "x 05",  {49, 5, 0, 0, 0}          },
+    Overlay{"D-4 0D v20",     "x v40", {49, 2, 0x38, 0, 0}       },
+    Overlay{"D-4 0D v20 A01", "x",     {49, 2, 0, 0x0A, 0x01}    },
+    Overlay{"D-4 0D v20",     "===",   {97, 0, 0, 0, 0}          },
+    Overlay{"D-4 0D v20",     "v40",   {51, 13, 0x38, 0, 0}      },
+    Overlay{"D-4 0D v20",     "05",    {51, 5, 0x24, 0, 0}       },
+    Overlay{"D-4 0D v20",     "A01",   {51, 13, 0x24, 0x0A, 0x01}},
+    Overlay{"D-4 0D v20",     "--- x", {49, 2, 0, 0, 0}          },
+};
+
 struct Fault {
     const char* complaint;
     const char* line; // the seventh of its file
@@ -81,6 +99,17 @@ TEST(Score, ReadsCells)
     for (const CellText& row : kCellTexts) {
         EXPECT_EQ(cellOf(std::string("pattern a\nkick: 05 ") + row.text, 5, 0), row.cell)
             << row.text;
+    }
+}
+
+// A stroke is not as soft as the ghost note that it covers.
+TEST(Score, LaysCellsOverEachOther)
+{
+    for (const Overlay& row : kOverlays) {
+        const std::string body = std::string("block under 1\nkick: 00 ") + row.below +
+                                 "\nblock over 1\nkick: 00 " + row.above +
+                                 "\npattern a\nplay under 05\nplay over 05\n";
+        EXPECT_EQ(cellOf(body, 5, 0), row.cell) << row.below << " under " << row.above;
     }
 }
 

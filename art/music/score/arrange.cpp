@@ -173,6 +173,12 @@ XmPattern patternOf(const Score& score, std::span<const Grid> rows)
     return pattern;
 }
 
+bool isDeclared(const Score& score, int number)
+{
+    return std::any_of(score.instruments.begin(), score.instruments.end(),
+                       [number](const ScoreInstrument& player) { return player.number == number; });
+}
+
 } // namespace
 
 XmModule arrange(const Score& score)
@@ -196,4 +202,24 @@ XmModule arrange(const Score& score)
         module.orders.push_back(findOrAdd(module.patterns, pattern));
     }
     return module;
+}
+
+void checkPlayers(const Score& score)
+{
+    for (const ScorePattern& pattern : score.patterns) {
+        for (int row = 0; row < pattern.rows; ++row) {
+            for (int c = 0; c < pattern.channels; ++c) {
+                const ScoreCell& cell = pattern.at(row, c);
+                const ScoreChannel& channel = score.channels[static_cast<std::size_t>(c)];
+                const bool hasNote = cell.note && *cell.note <= kXmLastNote;
+                const int player = cell.instrument.value_or(hasNote ? channel.instrument : 0);
+                const bool needsPlayer = hasNote && !cell.instrument;
+                if ((player != 0 && !isDeclared(score, player)) || (player == 0 && needsPlayer)) {
+                    throw ScoreError("pattern " + pattern.name + ", row " + std::to_string(row) +
+                                     ", channel " + channel.name +
+                                     ": no such instrument: " + std::to_string(player));
+                }
+            }
+        }
+    }
 }

@@ -15,3 +15,6 @@
 //
 // Throws ScoreError for a row of such a pattern in which no effect column is free.
 XmModule arrange(const Score& score);
+
+// Throws ScoreError for a note whose instrument the score does not name.
+void checkPlayers(const Score& score);

@@ -122,6 +122,11 @@ void overlay(ScoreCell& below, const ScoreCell& above)
         below = ScoreCell();
         below.clears = true;
     }
+    if (above.note) {
+        // A note is a whole one: nothing is left of how the covered one would have been played.
+        below.instrument.reset();
+        below.volume.reset();
+    }
     overlay(below.note, above.note);
     overlay(below.instrument, above.instrument);
     overlay(below.volume, above.volume);

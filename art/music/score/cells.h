@@ -8,7 +8,8 @@
 // Puts a cell's text over what is there.
 void putCell(const std::string& text, ScoreCell& cell);
 
-// Puts a cell over another one, column by column: what it leaves out stays as it is.
+// Puts a cell over another one, column by column: what it leaves out stays as it is, but a note or
+// a release takes the covered note's instrument and volume away.
 void overlay(ScoreCell& below, const ScoreCell& above);
 
 bool isEmpty(const ScoreCell& cell);
