@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <libopenmpt/libopenmpt.hpp>
 #include <stdexcept>
@@ -30,6 +31,17 @@ XmModule smallModule()
     song.instruments[1].name = "square";
     song.instruments[1].samples = {period};
     return song;
+}
+
+int risesInASecond(const XmModule& song)
+{
+    std::vector<float> sound(44100);
+    module(writeXm(song)).read(44100, sound.size(), sound.data());
+    int rises = 0;
+    for (std::size_t i = 1; i < sound.size(); ++i) {
+        rises += sound[i - 1] < 0.0F && sound[i] >= 0.0F ? 1 : 0;
+    }
+    return rises;
 }
 
 struct CellText {
@@ -110,13 +122,26 @@ TEST(XmWriter, PlaysTheLoopAtTheNotesPitch)
     song.orders = {0};
     song.instruments[1].samples[0].relativeNote = 12;
     song.patterns[0].at(0, 0) = {.note = kXmNoteC4, .instrument = 2};
-    std::vector<float> sound(44100);
-    module(writeXm(song)).read(44100, sound.size(), sound.data());
-    int rises = 0;
-    for (std::size_t i = 1; i < sound.size(); ++i) {
-        rises += sound[i - 1] < 0.0F && sound[i] >= 0.0F ? 1 : 0;
+    EXPECT_NEAR(risesInASecond(song), 2.0 * 8363 / 64, 2.0);
+}
+
+// Zones of the keyboard: the second sample, half as long, serves the notes from C-4 on.
+TEST(XmWriter, PlaysEachNotesOwnSample)
+{
+    XmModule song = smallModule();
+    song.orders = {0};
+    XmInstrument& square = song.instruments[1];
+    square.samples.push_back(square.samples[0]);
+    square.samples[1].data.erase(square.samples[1].data.begin() + 16,
+                                 square.samples[1].data.begin() + 48);
+    square.samples[1].loopLength = 32;
+    std::fill(square.keymap.begin() + kXmNoteC4 - 1, square.keymap.end(), std::uint8_t(1));
+    for (const int note : {int(kXmNoteC4) - 1, int(kXmNoteC4)}) {
+        song.patterns[0].at(0, 0) = {.note = std::uint8_t(note), .instrument = 2};
+        const double period = note < kXmNoteC4 ? 64.0 : 32.0;
+        EXPECT_NEAR(risesInASecond(song), 8363 * std::exp2((note - kXmNoteC4) / 12.0) / period, 2.0)
+            << note;
     }
-    EXPECT_NEAR(rises, 2.0 * 8363 / 64, 2.0);
 }
 
 TEST(XmWriter, RefusesWhatTheFormatCannotHold)

@@ -1,4 +1,4 @@
-// Basses: one to feel, one to dance to, one to be afraid of.
+// Basses: one to feel, one to dance to, one to be afraid of, and one to follow on any speaker.
 #include "art/music/instruments/instruments.h"
 #include "art/music/synth/signal.h"
 #include "art/music/synth/spectrum.h"
@@ -9,15 +9,16 @@
 
 namespace {
 
-// Three strings slightly out of tune with each other, as a loop.
-Signal threeStrings(int root, double hz)
+// Three strings slightly out of tune with each other, as a loop; `others` is how loud two of them
+// are.
+Signal threeStrings(int root, double hz, double others = 0.7)
 {
     Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.44), hz);
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         const double amplitude = 1.0 / h;
         spectrum.addWave(h, amplitude, 0.3 * h);
-        spectrum.addWave(h, 0.7 * amplitude, 1.1 * h, 1);
-        spectrum.addWave(h, 0.7 * amplitude, 2.3 * h, -1);
+        spectrum.addWave(h, others * amplitude, 1.1 * h, 1);
+        spectrum.addWave(h, others * amplitude, 2.3 * h, -1);
     }
     return scaledToPeak(spectrum.toSignal(), 1.0);
 }
@@ -39,7 +40,7 @@ Zone makeGrowlZone(int root)
         const double shaped =
             (0.7 * throat.low(value, 1900.0, 0.8)) + (2.4 * mouth.band(value, vowel, 2.4));
         const double torn = std::tanh(5.0 * floor.high(std::tanh(4.0 * shaped), 110.0));
-        return box.low(std::tanh(2.5 * rest.high(torn, 60.0)), 9000.0);
+        return box.low(std::tanh(2.5 * rest.high(torn, 1.15 * noteHertz(root))), 9000.0);
     });
     return makeZone(root, kRate32k, scaledToPeak(centred(driven), 0.95), 0);
 }
@@ -56,13 +57,38 @@ Zone makeRoundZone(int root)
     Noise noise(13);
     const double pitch = noteHertz(root);
     const Signal signal = generate(0.9, hz, [&](double t) {
-        const double cutoff = 210.0 + (2900.0 * decay(t, 0.09));
+        const double cutoff = 240.0 + (2900.0 * decay(t, 0.09)) + (500.0 * decay(t, 0.4));
         const double bright = second.low(first.low(saw.saw(pitch), cutoff, 1.3), cutoff);
         const double slap = finger.band(noise.next(), 1900.0, 1.1) * decay(t, 0.006);
         const double body = (0.7 * bright) + (0.75 * sub.sine(pitch)) + (0.5 * slap);
         return saturate(body, 2.2) * attack(t, 0.003) * decay(t, 0.55);
     });
     return makeZone(root, kRate16k, finished(signal, hz, 0.95, 0.2));
+}
+
+// A string through an amplifier: its fundamental stays clean, and what is driven out of it stands
+// between 250 Hz and 1.2 kHz, where small speakers begin.
+Zone makeDriveZone(int root)
+{
+    constexpr double kOnset = 0.25;
+    const double hz = kRate22k.hertz();
+    Filter pick(hz);
+    Filter floor(hz);
+    Filter box(hz);
+    const Signal strings = threeStrings(root, hz, 0.15);
+    Spectrum ground(fitLoop(noteHertz(root), hz, 0.44), hz);
+    ground.addWave(1.0, 1.0, 0.25 * kTau);
+    const Signal deep = ground.toSignal();
+    const Signal driven = settled(strings, [&](double value, std::size_t i) {
+        const double dull = pick.low(value, 800.0, 1.0);
+        const double torn = std::tanh(3.0 * floor.high(std::tanh(3.5 * dull), 240.0, 0.8));
+        return (0.55 * deep[i]) + (0.95 * box.low(torn, 1500.0, 0.9));
+    });
+    const Signal loop = scaledToPeak(centred(driven), 1.0);
+    const Signal struck = withOnset(loop, kOnset, hz, [](double value, double t) {
+        return std::tanh(value * (1.1 + (1.6 * decay(t, 0.05)))) * attack(t, 0.002);
+    });
+    return makeZone(root, kRate22k, scaledToPeak(struck, 0.95), samplesFor(kOnset, hz));
 }
 
 } // namespace
@@ -103,4 +129,12 @@ XmInstrument makeGrowl()
         "growl", {makeGrowlZone(noteA(1)), makeGrowlZone(noteF(2)), makeGrowlZone(noteD(3))});
     setEnvelope(growl, 0, 12, 54, 8);
     return growl;
+}
+
+XmInstrument makeDriveBass()
+{
+    XmInstrument bass = makeInstrument(
+        "drive-bass", {makeDriveZone(noteA(1)), makeDriveZone(noteF(2)), makeDriveZone(noteD(3))});
+    setEnvelope(bass, 0, 20, 50, 8);
+    return bass;
 }

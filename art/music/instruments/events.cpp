@@ -8,6 +8,23 @@ namespace {
 
 constexpr int kRoot = noteC(4);
 
+// Small dry cracks of a fire, no two alike.
+XmInstrument makeFire(const std::string& name, std::uint64_t seed)
+{
+    constexpr double kChance = 0.0014; // of a crack in each sample
+    const double hz = kRate45k.hertz();
+    Noise noise(seed);
+    Filter wood(hz);
+    double crack = 0.0;
+    const Signal signal = generate(0.7, hz, [&](double t) {
+        const double dice = 0.5 * (noise.next() + 1.0);
+        crack = dice < kChance ? 0.25 + (0.75 * dice / kChance) : 0.985 * crack;
+        const double split = wood.band(noise.next() * crack, 5200.0 + (8000.0 * crack), 1.0);
+        return saturate(3.0 * split, 1.0) * attack(t, 0.002);
+    });
+    return makeInstrument(name, {makeZone(kRoot, kRate45k, finished(signal, hz, 0.8, 0.1))});
+}
+
 } // namespace
 
 // Noise that rises over two bars.
@@ -57,19 +74,31 @@ XmInstrument makeBoom()
         "boom", {makeZone(kRoot, kRate16k, finished(withRoom(dry, hz, 2.0, 0.4), hz, 0.95, 0.8))});
 }
 
-// Small dry cracks of a fire, no two alike.
 XmInstrument makeSparks()
 {
-    constexpr double kChance = 0.0014; // of a crack in each sample
-    const double hz = kRate45k.hertz();
-    Noise noise(96);
-    Filter wood(hz);
-    double crack = 0.0;
-    const Signal signal = generate(0.7, hz, [&](double t) {
-        const double dice = 0.5 * (noise.next() + 1.0);
-        crack = dice < kChance ? 0.25 + (0.75 * dice / kChance) : 0.985 * crack;
-        const double split = wood.band(noise.next() * crack, 5200.0 + (8000.0 * crack), 1.0);
-        return saturate(3.0 * split, 1.0) * attack(t, 0.002);
+    return makeFire("sparks", 96);
+}
+
+XmInstrument makeSecondSparks()
+{
+    return makeFire("second-sparks", 99);
+}
+
+// A point of light: glass, touched once.
+XmInstrument makeBlink()
+{
+    constexpr int kGlass = noteC(6);
+    const double hz = kRate32k.hertz();
+    const double pitch = noteHertz(kGlass);
+    Oscillator low(hz);
+    Oscillator middle(hz);
+    Oscillator high(hz);
+    const Signal dry = generate(0.4, hz, [&](double t) {
+        return ((low.sine(pitch) * decay(t, 0.07)) +
+                (0.7 * middle.sine(2.76 * pitch) * decay(t, 0.03)) +
+                (0.5 * high.sine(5.4 * pitch) * decay(t, 0.012))) *
+               attack(t, 0.0006);
     });
-    return makeInstrument("sparks", {makeZone(kRoot, kRate45k, finished(signal, hz, 0.8, 0.1))});
+    return makeInstrument(
+        "blink", {makeZone(kGlass, kRate32k, finished(withRoom(dry, hz, 0.8, 0.4), hz, 0.9, 0.2))});
 }

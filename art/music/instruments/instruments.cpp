@@ -48,6 +48,23 @@ constexpr std::array kPlayers = {
     Player{"reverse",         makeReverse      },
     Player{"boom",            makeBoom         },
     Player{"sparks",          makeSparks       },
+    Player{"second-hat",      makeSecondHat    },
+    Player{"second-shaker",   makeSecondShaker },
+    Player{"drive-bass",      makeDriveBass    },
+    Player{"pluck-far",       makePluckFar     },
+    Player{"skank-far",       makeSkankFar     },
+    Player{"brass-far",       makeBrassFar     },
+    Player{"bark",            makeBark         },
+    Player{"bark-far",        makeBarkFar      },
+    Player{"second-pad",      makeSecondPad    },
+    Player{"second-choir",    makeSecondChoir  },
+    Player{"second-strings",  makeSecondStrings},
+    Player{"lead-far",        makeLeadFar      },
+    Player{"second-wind",     makeSecondWind   },
+    Player{"second-crash",    makeSecondCrash  },
+    Player{"metal",           makeMetal        },
+    Player{"second-sparks",   makeSecondSparks },
+    Player{"blink",           makeBlink        },
 };
 
 } // namespace

@@ -21,23 +21,31 @@ double bell(double hertz, double centreHz, double widthHz)
     return std::exp(-distance * distance);
 }
 
+// The lows belong to the middle of the picture, where bass and kick are; what is panned leaves them
+// out.
+double aboveBass(double hertz)
+{
+    return 1.0 / std::sqrt(1.0 + std::pow(240.0 / hertz, 6.0));
+}
+
 double warm(int harmonic, double hertz)
 {
-    return std::pow(harmonic, -1.15) / (1.0 + std::pow(hertz / 1900.0, 3.0));
+    return aboveBass(hertz) * std::pow(harmonic, -1.15) / (1.0 + std::pow(hertz / 2500.0, 3.0));
 }
 
 double bowed(int harmonic, double hertz)
 {
-    const double body = 0.55 + bell(hertz, 480.0, 260.0) + (0.8 * bell(hertz, 2700.0, 1300.0));
-    return body * std::pow(harmonic, -1.05) / (1.0 + std::pow(hertz / 7000.0, 4.0));
+    const double body = 0.55 + bell(hertz, 480.0, 260.0) + (1.2 * bell(hertz, 3000.0, 1500.0));
+    return aboveBass(hertz) * body * std::pow(harmonic, -0.95) /
+           (1.0 + std::pow(hertz / 7000.0, 4.0));
 }
 
 // An open vowel.
 double sung(int harmonic, double hertz)
 {
     const double mouth = 0.05 + bell(hertz, 640.0, 210.0) + (0.55 * bell(hertz, 1120.0, 240.0)) +
-                         (0.22 * bell(hertz, 2750.0, 450.0));
-    return mouth * std::pow(harmonic, -0.35);
+                         (0.36 * bell(hertz, 2750.0, 500.0)) + (0.16 * bell(hertz, 4200.0, 900.0));
+    return aboveBass(hertz) * mouth * std::pow(harmonic, -0.35);
 }
 
 // How an ensemble begins: the cutoff of its filter rises, with some noise of bow or breath.
@@ -69,16 +77,45 @@ Signal swayed(const Signal& loop, double hz, double centreHz, double octaves)
     });
 }
 
-// The held sound of an ensemble, as a loop.
+// Adds a harmonic whose pitch wanders by `cents` to both sides and is back as the loop ends: many
+// players are never at rest, but together they are always as loud.
+void addWanderer(Signal& loop, double cycles, double amplitude, double cents, Noise& dice)
+{
+    const double swing = cycles * (std::exp2(cents / 1200.0) - 1.0);
+    const double start = dice.next();
+    const double slow = dice.next();
+    const double quick = dice.next();
+    const double quickTurns = dice.next() < 0.0 ? 2.0 : 3.0;
+    for (std::size_t i = 0; i < loop.size(); ++i) {
+        const double x = static_cast<double>(i) / static_cast<double>(loop.size());
+        const double bend = (0.6 * std::sin(kTau * (x + slow))) +
+                            (0.6 / quickTurns * std::sin(kTau * ((quickTurns * x) + quick)));
+        loop[i] += amplitude * std::sin((kTau * ((cycles * x) + start)) + (swing * bend));
+    }
+}
+
+// The held sound of an ensemble, as a loop: every harmonic wanders, and a softer band of random
+// lines around it breathes.
 Signal playersOf(const Ensemble& ensemble, int root, double hz)
 {
-    Spectrum spectrum(fitLoop(noteHertz(root), hz, ensemble.seconds), hz);
+    constexpr double kBreath = 0.18;
+    const LoopShape shape = fitLoop(noteHertz(root), hz, ensemble.seconds);
+    Spectrum spectrum(shape, hz);
     Noise phases(ensemble.seed + static_cast<std::uint64_t>(root));
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
-        spectrum.addBand(h, ensemble.timbre(h, h * spectrum.hertz()), ensemble.cents, phases);
+        const double amplitude = kBreath * ensemble.timbre(h, h * spectrum.hertz());
+        spectrum.addBand(h, amplitude, ensemble.cents, phases);
+    }
+    Signal players = spectrum.toSignal();
+    for (int h = 1; h <= spectrum.harmonics(); ++h) {
+        const double amplitude = ensemble.timbre(h, h * spectrum.hertz());
+        if (amplitude > 0.0005) {
+            addWanderer(players, h * static_cast<double>(shape.cycles), amplitude,
+                        0.7 * ensemble.cents, phases);
+        }
     }
     // Random phases heap up here and there; rounding those peaks off lets the rest come nearer.
-    Signal players = scaledToPeak(spectrum.toSignal(), 1.0);
+    players = scaledToPeak(players, 1.0);
     for (double& value : players) {
         value = saturate(value, 1.6);
     }
@@ -115,50 +152,105 @@ XmInstrument makeEnsembleOf(const std::string& name, const Ensemble& ensemble, R
     return makeInstrument(name, std::move(zones));
 }
 
-// How much of each harmonic a reed has.
+XmInstrument makePadOf(const std::string& name, std::uint64_t seed)
+{
+    const Ensemble kPad{
+        warm, 15.0, 2.4, 0.25, {0.3, 350.0, 2600.0, 0.0, 1000.0},
+            0.66, seed
+    };
+    XmInstrument pad = makeEnsembleOf(name, kPad, kRate16k, {noteA(2), noteF(3), noteD(4)});
+    setEnvelope(pad, 14, 0, 64, 50);
+    setDrift(pad, 12, 61);
+    return pad;
+}
+
+// Voices that begin with a hum and open to a vowel.
+XmInstrument makeChoirOf(const std::string& name, std::uint64_t seed)
+{
+    const Ensemble kChoir{
+        sung, 12.0, 2.2, 0.0, {0.36, 420.0, 3800.0, 0.1, 2300.0},
+            0.75, seed
+    };
+    XmInstrument choir = makeEnsembleOf(name, kChoir, kRate16k, {noteF(3), noteC(4), noteA(4)});
+    setEnvelope(choir, 8, 0, 64, 70);
+    setDrift(choir, 14, 47);
+    setVibrato(choir, 2, 22, 60);
+    return choir;
+}
+
+XmInstrument makeStringsOf(const std::string& name, std::uint64_t seed)
+{
+    const Ensemble kStrings{
+        bowed, 9.0, 1.9, 0.0, {0.14, 900.0, 8000.0, 0.25, 3200.0},
+            0.67, seed
+    };
+    XmInstrument strings = makeEnsembleOf(name, kStrings, kRate22k, {noteF(3), noteD(4), noteA(4)});
+    setEnvelope(strings, 2, 0, 64, 24);
+    setVibrato(strings, 3, 28, 50);
+    setDrift(strings, 8, 53);
+    return strings;
+}
+
+// How much of each harmonic a reed has, before the highest are rounded off.
 double reed(int harmonic, double hertz)
 {
-    const double odd = harmonic % 2 == 1 ? 1.0 : 0.55;
-    return odd * (0.7 + bell(hertz, 1500.0, 700.0) + (0.9 * bell(hertz, 3000.0, 1100.0))) *
-           std::pow(harmonic, -1.1) / (1.0 + std::pow(hertz / 5200.0, 3.0));
+    constexpr std::array kFirst = {1.0, 0.40, 0.42, 0.22, 0.25, 0.14, 0.16};
+    const auto index = std::size_t(harmonic) - 1;
+    const double share = index < kFirst.size() ? kFirst.at(index) : 0.9 / harmonic;
+    return share * (0.9 + (0.35 * bell(hertz, 2900.0, 1300.0))) /
+           (1.0 + std::pow(hertz / 6000.0, 3.0));
 }
 
-// The reed while it is held: three waves to each harmonic, of which the outer two beat, and highs
-// that come and go once in each loop.
+// The reed while it is held: each harmonic has a softer neighbour, at a distance of its own.
 Signal heldReed(int root, double hz)
 {
-    Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.62), hz);
+    Spectrum spectrum(fitLoop(noteHertz(root), hz, 0.9), hz);
+    Noise breath(static_cast<std::uint64_t>(root));
     for (int h = 1; h <= spectrum.harmonics(); ++h) {
         const double amplitude = reed(h, h * spectrum.hertz());
-        spectrum.addWave(h, amplitude, 0.7 * h);
-        spectrum.addWave(h, 0.4 * amplitude, 1.9 * h, h < 3 ? 1 : 3);
-        spectrum.addWave(h, 0.4 * amplitude, 2.9 * h, h < 3 ? -1 : -2);
+        spectrum.addWave(h, amplitude, kTau * h * h / 14.0);
+        spectrum.addWave(h, 0.06 * amplitude, 1.9 * h, 1 + (h % 3));
+        spectrum.addWave(h, 0.05 * amplitude, 2.9 * h, -1 - (h % 2));
+        spectrum.addBand(h, 0.04 * amplitude, 25.0, breath);
     }
-    Signal loop = scaledToPeak(spectrum.toSignal(), 1.0);
-    for (double& value : loop) {
-        value = saturate(value, 2.2);
+    Signal held = scaledToPeak(spectrum.toSignal(), 1.0);
+    for (double& value : held) {
+        value = saturate(value, 0.9);
     }
-    const Signal breathing = swayed(centred(loop), hz, 3600.0, 0.6);
-    for (std::size_t i = 0; i < loop.size(); ++i) {
-        loop[i] = (0.35 * loop[i]) + (0.65 * breathing[i]);
-    }
-    return centred(loop);
+    return centred(held);
 }
 
-// The reed as the tongue lets it go.
+// The reed as the tongue lets it go: air first, then the low harmonics, then all of them.
 Zone makeLeadZone(int root, Rate rate)
 {
-    constexpr double kOnset = 0.16;
+    constexpr double kOnset = 0.2;
     const double hz = rate.hertz();
     Filter tongue(hz);
     Filter air(hz);
     Noise noise(42);
     const Signal blown = withOnset(heldReed(root, hz), kOnset, hz, [&](double value, double t) {
-        const double cutoff = 600.0 + (7500.0 * attack(t, 0.07));
-        const double chiff = air.band(noise.next(), 3800.0, 0.8) * decay(t, 0.012);
-        return (tongue.low(value, cutoff, 1.1) * attack(t, 0.005)) + (0.22 * chiff);
+        const double cutoff = 900.0 + (9000.0 * attack(t, 0.09));
+        const double chiff = air.band(noise.next(), 3300.0, 0.7) * decay(t, 0.018);
+        const double swell = (0.75 * attack(t, 0.012)) + (0.25 * attack(t, 0.11));
+        return (tongue.low(value, cutoff, 0.9) * swell) + (0.3 * chiff * attack(t, 0.002));
     });
-    return makeZone(root, rate, scaledToPeak(blown, 0.95), samplesFor(kOnset, hz));
+    return makeZone(root, rate, scaledToPeak(blown, 0.8), samplesFor(kOnset, hz));
+}
+
+// The reed heard from the far end of the street.
+Zone makeFarLeadZone(int root)
+{
+    constexpr double kOnset = 0.2;
+    const double hz = kRate22k.hertz();
+    Filter first(hz);
+    Filter second(hz);
+    const Signal near = heldReed(root, hz);
+    const Signal dull = settled(near, [&](double value, std::size_t) {
+        return second.low(first.low(value, 1100.0), 1300.0);
+    });
+    const Signal blown =
+        withOnset(dull, kOnset, hz, [](double value, double t) { return value * attack(t, 0.02); });
+    return makeZone(root, kRate22k, scaledToPeak(blown, 0.62), samplesFor(kOnset, hz));
 }
 
 // The same reed, played short.
@@ -198,6 +290,25 @@ Zone makeFluteZone(int root, Rate rate)
     return makeZone(root, rate, scaledToPeak(spectrum.toSignal(), 0.95), 0);
 }
 
+// Wind far away: noise around two frequencies.
+XmInstrument makeWindOf(const std::string& name, std::uint64_t seed)
+{
+    constexpr double kGridHertz = 100.0;
+    constexpr int kRoot = noteC(4);
+    const double hz = kRate32k.hertz();
+    Spectrum spectrum(fitLoop(kGridHertz, hz, 1.2), hz);
+    Noise phases(seed);
+    for (int h = 4; h <= spectrum.harmonics(); ++h) {
+        const double hertz = h * spectrum.hertz();
+        const double ridges = bell(hertz, 1300.0, 700.0) + (0.8 * bell(hertz, 6500.0, 4200.0));
+        spectrum.addBand(h, (0.04 + ridges) / std::sqrt(h), 120.0, phases);
+    }
+    XmInstrument wind = makeInstrument(
+        name, {makeZone(kRoot, kRate32k, scaledToPeak(spectrum.toSignal(), 0.9), 0)});
+    setEnvelope(wind, 100, 0, 64, 120);
+    return wind;
+}
+
 } // namespace
 
 // A low D that is never quite steady, with a fifth far above it.
@@ -205,17 +316,22 @@ XmInstrument makeDrone()
 {
     constexpr int kRoot = noteD(2);
     const double hz = kRate16k.hertz();
-    Spectrum spectrum(fitLoop(noteHertz(kRoot), hz, 2.0), hz);
+    const LoopShape shape = fitLoop(noteHertz(kRoot), hz, 2.0);
+    Spectrum spectrum(shape, hz);
     Noise phases(51);
-    spectrum.addWave(0.5, 0.55, 0.0);
+    spectrum.addWave(0.5, 0.2, 0.0);
     spectrum.addWave(1.0, 0.8, 0.0);
-    spectrum.addWave(1.0, 0.35, 1.0, 1);
+    spectrum.addWave(1.0, 0.2, 1.0, 1);
     for (int h = 2; h <= spectrum.harmonics(); ++h) {
-        spectrum.addBand(h, 0.45 * std::pow(h, -1.35), 9.0, phases);
+        spectrum.addBand(h, 0.12 * std::pow(h, -1.35), 9.0, phases);
     }
-    spectrum.addBand(3.0, 0.1, 12.0, phases);
-    spectrum.addBand(6.0, 0.06, 14.0, phases);
-    const Signal loop = scaledToPeak(spectrum.toSignal(), 0.9);
+    Signal loop = spectrum.toSignal();
+    for (int h = 2; h <= spectrum.harmonics(); ++h) {
+        const double amplitude = (0.55 * std::pow(h, -1.35)) + (h == 3 ? 0.1 : 0.0) +
+                                 (h == 6 ? 0.05 : 0.0); // the fifth far above
+        addWanderer(loop, h * static_cast<double>(shape.cycles), amplitude, 6.0, phases);
+    }
+    loop = scaledToPeak(loop, 0.9);
     XmInstrument drone = makeInstrument("drone", {makeZone(kRoot, kRate16k, loop, 0)});
     setEnvelope(drone, 20, 0, 64, 130);
     return drone;
@@ -224,42 +340,32 @@ XmInstrument makeDrone()
 // A soft chord sound whose highs slowly come and go.
 XmInstrument makePad()
 {
-    constexpr Ensemble kPad{
-        warm, 17.0, 1.1, 0.8, {0.3, 350.0, 2600.0, 0.0, 1000.0},
-            0.66, 60
-    };
-    XmInstrument pad = makeEnsembleOf("pad", kPad, kRate16k, {noteA(2), noteF(3), noteD(4)});
-    setEnvelope(pad, 14, 0, 64, 50);
-    setDrift(pad, 12, 61);
-    return pad;
+    return makePadOf("pad", 60);
 }
 
-// Voices that begin with a hum and open to a vowel.
+XmInstrument makeSecondPad()
+{
+    return makePadOf("second-pad", 263);
+}
+
 XmInstrument makeChoir()
 {
-    constexpr Ensemble kChoir{
-        sung, 13.0, 0.8, 0.0, {0.36, 420.0, 3800.0, 0.1, 2300.0},
-            0.75, 70
-    };
-    XmInstrument choir = makeEnsembleOf("choir", kChoir, kRate16k, {noteF(3), noteC(4), noteA(4)});
-    setEnvelope(choir, 8, 0, 64, 70);
-    setDrift(choir, 14, 47);
-    setVibrato(choir, 2, 22, 60);
-    return choir;
+    return makeChoirOf("choir", 70);
+}
+
+XmInstrument makeSecondChoir()
+{
+    return makeChoirOf("second-choir", 170);
 }
 
 XmInstrument makeStrings()
 {
-    constexpr Ensemble kStrings{
-        bowed, 10.0, 0.7, 0.0, {0.14, 900.0, 8000.0, 0.25, 3200.0},
-            0.74, 80
-    };
-    XmInstrument strings =
-        makeEnsembleOf("strings", kStrings, kRate22k, {noteF(3), noteD(4), noteA(4)});
-    setEnvelope(strings, 2, 0, 64, 24);
-    setVibrato(strings, 3, 28, 50);
-    setDrift(strings, 8, 53);
-    return strings;
+    return makeStringsOf("strings", 80);
+}
+
+XmInstrument makeSecondStrings()
+{
+    return makeStringsOf("second-strings", 287);
 }
 
 // The instrument that plays the tune. Its vibrato begins late.
@@ -269,7 +375,16 @@ XmInstrument makeLead()
         makeInstrument("lead", {makeLeadZone(noteA(4), kRate22k), makeLeadZone(noteF(5), kRate22k),
                                 makeLeadZone(noteC(6), kRate22k)});
     setEnvelope(lead, 0, 14, 56, 14);
-    setVibrato(lead, 5, 30, 70);
+    setVibrato(lead, 6, 30, 45);
+    return lead;
+}
+
+XmInstrument makeLeadFar()
+{
+    XmInstrument lead =
+        makeInstrument("lead-far", {makeFarLeadZone(noteA(4)), makeFarLeadZone(noteF(5))});
+    setEnvelope(lead, 0, 14, 56, 24);
+    setVibrato(lead, 6, 30, 45);
     return lead;
 }
 
@@ -289,21 +404,12 @@ XmInstrument makeFlute()
     return flute;
 }
 
-// Wind far away: noise around two frequencies.
 XmInstrument makeWind()
 {
-    constexpr double kGridHertz = 100.0;
-    constexpr int kRoot = noteC(4);
-    const double hz = kRate32k.hertz();
-    Spectrum spectrum(fitLoop(kGridHertz, hz, 0.6), hz);
-    Noise phases(95);
-    for (int h = 4; h <= spectrum.harmonics(); ++h) {
-        const double hertz = h * spectrum.hertz();
-        const double ridges = bell(hertz, 1300.0, 700.0) + (0.8 * bell(hertz, 6500.0, 4200.0));
-        spectrum.addBand(h, (0.04 + ridges) / std::sqrt(h), 120.0, phases);
-    }
-    XmInstrument wind = makeInstrument(
-        "wind", {makeZone(kRoot, kRate32k, scaledToPeak(spectrum.toSignal(), 0.9), 0)});
-    setEnvelope(wind, 100, 0, 64, 120);
-    return wind;
+    return makeWindOf("wind", 95);
+}
+
+XmInstrument makeSecondWind()
+{
+    return makeWindOf("second-wind", 195);
 }
