@@ -53,6 +53,7 @@ TEST(RecordOptions, AreReadAsTheyAreMeant)
         {"--fps 60000/1001 --crf 0",             "kso.mp4 60000/1001 640x480 0-"           },
         {"--fps 12.5 --from 0.000001 --to 0.24", "kso.mp4 25/2 640x480 1-3"                },
         {"--hashes list",                        " 60/1 640x480 0-"                        },
+        {"--pixels list",                        " 60/1 640x480 0-"                        },
         {"--stills s --at 1.999,0.5",            " 60/1 640x480 0-120 s/1.999=119 s/0.5=30"},
         {"--stills s --at 1 -o a.wav",           "a.wav 60/1 640x480 0- s/1=60"            },
         {"--to 1 -- 5 --to",                     "kso.mp4 60/1 640x480 0-60 -- 5 -- --to"  },

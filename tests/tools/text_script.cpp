@@ -16,8 +16,13 @@ std::string pathFor(const std::string& ending)
 
 Script scriptOf(const std::string& patterns)
 {
+    return scriptOf(makeModule(6, patterns));
+}
+
+Script scriptOf(const XmModule& module)
+{
     const std::string path = pathFor(".xm");
-    const Bytes bytes = writeXm(makeModule(6, patterns));
+    const Bytes bytes = writeXm(module);
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()),
                static_cast<std::streamsize>(bytes.size()));

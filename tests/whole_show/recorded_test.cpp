@@ -235,6 +235,19 @@ TEST(Recorded, DrawsTheSamePictureInEverySize)
     }
 }
 
+TEST(Recorded, GivesThePixelsOfEachFrame)
+{
+    const Studio studio(scenes("1 - 5 - 8"));
+    const Result result = studio.run("mkfifo pipe; cat pipe >pixels & $RECORD --show . --fps 10 "
+                                     "--size 320x136 --pixels pipe --stills . --at 0.3 && wait");
+    ASSERT_EQ(result.status, 0) << result.errors;
+    const std::string pixels = contents(studio.folder() / "pixels");
+    constexpr std::size_t kFrameBytes = std::size_t{320} * 136 * 3;
+    EXPECT_EQ(pixels.size(), 5 * kFrameBytes);
+    const std::vector<std::uint8_t> still = readPng(studio.folder() / "0.3.png").bytes;
+    EXPECT_EQ(pixels.substr(3 * kFrameBytes, kFrameBytes), std::string(still.begin(), still.end()));
+}
+
 // The show's own failures keep their message and stream.
 TEST(Recorded, SaysWhyThereIsNoRecording)
 {
@@ -255,6 +268,7 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
         {"", "--stills . --at 0.2,9", 1, "\nkso: the show ended before the still 9.png\n"},
         {"", "--from 9 --hashes list", 1, "\nkso: the show ended before --from\n"},
         {"", "--hashes /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
+        {"", "--pixels /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
         {"", "--stills data/by.tga --at 0", 1, "kso: cannot make data/by.tga: "},
         {"", "-o nowhere/film.mp4", 1, "\nkso: ffmpeg cannot make nowhere/film.mp4: "},
         {"trap '' XFSZ; ulimit -f 1;", "-o film.mp4", 1, "film.part.mp4: File too large\n"},

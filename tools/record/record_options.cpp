@@ -28,6 +28,8 @@ const char* const kRecordHelp =
   --at TIME,...     the moments of the stills, in seconds
   --hashes FILE     a line for each frame: its number, a hash of its picture, a hash of its sound;
                     without -o, no film is made
+  --pixels FILE     the pictures as they are, one after the other: red, green and blue of each pixel,
+                    a byte each, top row first; FILE may be a pipe; without -o, no film is made
   --show FOLDER     play the music and pictures of FOLDER/data
   --help            this text
 
@@ -177,6 +179,7 @@ constexpr std::array kOptions = {
     Option{"--stills", [](auto& all, Text,      Text value) { all.stillsFolder = value; }            },
     Option{"--at",     [](auto& all, Text name, Text value) { all.stills = readStills(name, value); }},
     Option{"--hashes", [](auto& all, Text,      Text value) { all.hashes = value; }                  },
+    Option{"--pixels", [](auto& all, Text,      Text value) { all.pixels = value; }                  },
     Option{"--show",   [](auto& all, Text,      Text value) { all.show = value; }                    },
 };
 
@@ -186,7 +189,7 @@ void check(RecordOptions& options)
     if (options.stillsFolder.empty() != options.stills.empty()) {
         throw UsageError("--stills and --at need each other");
     }
-    if (options.film.empty() && options.hashes.empty() && options.stills.empty()) {
+    if (options.onlyStills() && options.stills.empty()) {
         options.film = "kso.mp4";
     }
     if (options.crf && options.film.empty()) {

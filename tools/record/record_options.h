@@ -28,11 +28,15 @@ struct RecordOptions {
     std::filesystem::path stillsFolder;
     std::vector<StillTime> stills;
     std::filesystem::path hashes; // empty: none
+    std::filesystem::path pixels; // empty: none
     std::filesystem::path show;   // the folder that the show is started in, with data/ in it
     std::vector<std::string> programArguments;
     bool help = false;
 
-    [[nodiscard]] bool onlyStills() const { return film.empty() && hashes.empty(); }
+    [[nodiscard]] bool onlyStills() const
+    {
+        return film.empty() && hashes.empty() && pixels.empty();
+    }
     [[nodiscard]] std::uint64_t firstFrame() const { return rate.firstFrameFrom(from); }
     // The frame before which the recording ends; none: the show's end.
     [[nodiscard]] std::optional<std::uint64_t> endFrame() const;

@@ -32,7 +32,7 @@ std::string wantedPictures(const RecordOptions& options)
 {
     const bool filmHasPictures =
         !options.film.empty() && filmFormat(options.film, options.crf).pictures;
-    if (filmHasPictures || !options.hashes.empty()) {
+    if (filmHasPictures || !options.hashes.empty() || !options.pixels.empty()) {
         return "all";
     }
     std::string wanted;
@@ -68,6 +68,9 @@ Recording::Recording(const RecordOptions& options)
     if (!options.hashes.empty()) {
         hashes_.emplace(options.hashes);
     }
+    if (!options.pixels.empty()) {
+        pixels_.emplace(options.pixels);
+    }
     if (!options.film.empty()) {
         encoder_.emplace(options);
     }
@@ -87,6 +90,7 @@ bool Recording::run(const FileDescriptor& signals)
         // The film is completed as far as it goes, unless it is ffmpeg that has failed.
         show_.stop();
         hashes_.reset();
+        pixels_.reset();
         if (encoder_ && encoder_->isDone()) {
             encoder_.reset();
         }
@@ -179,6 +183,9 @@ void Recording::takeFrame(Frame frame)
     if (hashes_) {
         hashes_->add(frame);
     }
+    if (pixels_) {
+        pixels_->add(frame);
+    }
     if (encoder_) {
         encoder_->push(std::move(frame));
     }
@@ -189,6 +196,10 @@ void Recording::finish(const FileDescriptor& signals)
     if (hashes_) {
         hashes_->close();
         hashes_.reset();
+    }
+    if (pixels_) {
+        pixels_->close();
+        pixels_.reset();
     }
     if (taken_ == 0) {
         encoder_.reset();

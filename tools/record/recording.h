@@ -4,6 +4,7 @@
 #include "tools/record/encoder.h"
 #include "tools/record/frames.h"
 #include "tools/record/hash_list.h"
+#include "tools/record/pixel_stream.h"
 #include "tools/record/progress.h"
 #include "tools/record/record_options.h"
 #include "tools/record/show.h"
@@ -37,6 +38,7 @@ private:
     std::uint64_t taken_ = 0;                          // frames
     bool isInterrupted_ = false;
     std::optional<HashList> hashes_;
+    std::optional<PixelStream> pixels_;
     std::optional<Encoder> encoder_; // none if there is no film to make
     Progress progress_;
     FrameAssembler frames_;

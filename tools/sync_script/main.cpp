@@ -1,4 +1,5 @@
-// sync_script [MODULE]                             prints the script
+// sync_script [MODULE]                             prints the script and its shots
+// sync_script --shots [MODULE]                     prints the shots alone
 // sync_script --still-times [MODULE]               prints when stills are taken: 12.05,40.70
 // sync_script --strip FILE [--stills DIR] [MODULE] draws it into FILE.png or FILE.svg
 #include "cues/scenes_and_events.h"
@@ -21,6 +22,7 @@ struct Options {
     std::string strip;
     std::string stills;
     bool stillTimes = false;
+    bool shots = false;
 };
 
 // None if they are wrong.
@@ -33,6 +35,8 @@ std::optional<Options> readOptions(std::span<char*> arguments)
         const bool hasValue = i + 1 < arguments.size();
         if (word == "--still-times") {
             options.stillTimes = true;
+        } else if (word == "--shots") {
+            options.shots = true;
         } else if (word == "--strip" && hasValue) {
             options.strip = arguments[++i];
         } else if (word == "--stills" && hasValue) {
@@ -55,7 +59,9 @@ void run(const Options& options)
         return;
     }
     const std::vector<ScoreSection> sections = sectionsOf(options.module);
-    if (options.strip.empty()) {
+    if (options.shots) {
+        writeShots(std::cout, script, sections);
+    } else if (options.strip.empty()) {
         writeText(std::cout, script, sections);
     } else {
         drawStrip(options.strip, script, sections, options.stills);
@@ -69,7 +75,8 @@ int main(int argc, char** argv)
     const std::optional<Options> options =
         readOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
     if (!options) {
-        std::cerr << "usage: sync_script [--still-times | --strip FILE [--stills DIR]] [MODULE]\n";
+        std::cerr << "usage: sync_script [--shots | --still-times | --strip FILE [--stills DIR]] "
+                     "[MODULE]\n";
         return 2;
     }
     try {

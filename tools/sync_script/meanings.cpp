@@ -11,7 +11,10 @@ const cues::Event* meaningOf(const PlayedCue& cue)
 const char* sceneName(int scene)
 {
     const cues::Scene* const found = cues::sceneOf(scene);
-    return found != nullptr ? found->name : "-";
+    if (found != nullptr) {
+        return found->name;
+    }
+    return scene == cues::kEndOfShow ? "-" : "freeze";
 }
 
 bool isPictured(int scene)
@@ -28,7 +31,7 @@ std::string inWords(const PlayedCue& cue)
         return "the show ends";
     }
     if (!cues::isEvent(cue.value)) {
-        return "no scene: nothing is drawn";
+        return "no scene: the picture freezes";
     }
     const cues::Event* const meaning = meaningOf(cue);
     return meaning == nullptr ? "nothing here" : meaning->words;

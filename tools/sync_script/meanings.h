@@ -9,7 +9,8 @@
 // The event that a cue is; null if its scene does not react to it or if it is not an event.
 const cues::Event* meaningOf(const PlayedCue& cue);
 
-// "opening"; "-" if no scene has this number.
+// "opening"; "freeze" if no scene has this number, since the last picture stays; "-" for the
+// number that ends the show.
 const char* sceneName(int scene);
 
 // Whether there is a picture to be seen: false for the empty scene and if no scene has this number.

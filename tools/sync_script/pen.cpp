@@ -38,6 +38,18 @@ cairo_surface_t* openSurface(const std::string& file, bool isPng, int width, int
     return cairo_svg_surface_create(file.c_str(), width, height);
 }
 
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+
+// Null where the file is no PNG.
+Surface openPicture(const std::string& path)
+{
+    Surface picture(cairo_image_surface_create_from_png(path.c_str()), &cairo_surface_destroy);
+    if (cairo_surface_status(picture.get()) != CAIRO_STATUS_SUCCESS) {
+        picture.reset();
+    }
+    return picture;
+}
+
 // UTF-8's letters, of one byte or more.
 std::vector<std::string> letters(const std::string& text)
 {
@@ -149,26 +161,41 @@ double Pen::widthOf(const std::string& text, const Type& style)
 
 bool Pen::screenshot(const std::string& path, const Box& box)
 {
-    const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> shot(
-        cairo_image_surface_create_from_png(path.c_str()), &cairo_surface_destroy);
-    if (cairo_surface_status(shot.get()) != CAIRO_STATUS_SUCCESS ||
-        cairo_image_surface_get_width(shot.get()) != kWindowWidth ||
+    const Surface shot = openPicture(path);
+    if (!shot || cairo_image_surface_get_width(shot.get()) != kWindowWidth ||
         cairo_image_surface_get_height(shot.get()) != kWindowHeight) {
         return false;
     }
-    const double scale = std::max(box.width / kViewport.width, box.height / kViewport.height);
+    fillWithPart(shot.get(), kViewport, box);
+    return true;
+}
+
+bool Pen::picture(const std::string& path, const Box& box)
+{
+    const Surface picture = openPicture(path);
+    if (!picture) {
+        return false;
+    }
+    const Box whole{0.0, 0.0, static_cast<double>(cairo_image_surface_get_width(picture.get())),
+                    static_cast<double>(cairo_image_surface_get_height(picture.get()))};
+    fillWithPart(picture.get(), whole, box);
+    return true;
+}
+
+// Fills the box with the middle of a part of the picture.
+void Pen::fillWithPart(cairo_surface_t* picture, const Box& part, const Box& box)
+{
+    const double scale = std::max(box.width / part.width, box.height / part.height);
     cairo_t* context = context_.get();
     cairo_save(context);
     cairo_rectangle(context, box.x, box.y, box.width, box.height);
     cairo_clip(context);
     cairo_translate(context, box.x + box.width / 2, box.y + box.height / 2);
     cairo_scale(context, scale, scale);
-    cairo_set_source_surface(context, shot.get(), -kViewport.x - kViewport.width / 2,
-                             -kViewport.y - kViewport.height / 2);
+    cairo_set_source_surface(context, picture, -part.x - part.width / 2, -part.y - part.height / 2);
     cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_BEST);
     cairo_paint(context);
     cairo_restore(context);
-    return true;
 }
 
 void Pen::finish()

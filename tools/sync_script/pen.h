@@ -54,11 +54,15 @@ public:
     // the file is no picture.
     bool screenshot(const std::string& path, const Box& box);
 
+    // Fills the box with the middle of a PNG file's picture. False where the file is no picture.
+    bool picture(const std::string& path, const Box& box);
+
     // Writes the file; nothing can be drawn afterwards. Throws std::runtime_error.
     void finish();
 
 private:
     void use(Ink ink);
+    void fillWithPart(cairo_surface_t* picture, const Box& part, const Box& box);
     void fillWith(cairo_pattern_t* pattern, Ink from, Ink to, const Box& box);
 
     std::string file_;

@@ -33,8 +33,39 @@ const char* inWords(SoundError error)
     }
 }
 
+// What the notes of a row do, on all channels together.
+struct RowNotes {
+    bool begin = false;
+    bool end = false;
+};
+
+// A note that another one slides to does not begin anew, and one without volume is not heard.
+RowNotes notesOf(const openmpt::module& player, const RowStart& row)
+{
+    using openmpt::module;
+    constexpr int kFirstSpecialNote = 128; // key off and the like
+    const int pattern = player.get_order_pattern(row.order);
+    RowNotes notes;
+    for (int channel = 0; channel < player.get_num_channels(); ++channel) {
+        const auto asText = [&](int command) {
+            return player.format_pattern_row_channel_command(pattern, row.row, channel, command);
+        };
+        const int note =
+            player.get_pattern_row_channel_command(pattern, row.row, channel, module::command_note);
+        const std::string effect = asText(module::command_effect);
+        const bool isSilenced = asText(module::command_volumeffect) == "v" &&
+                                player.get_pattern_row_channel_command(pattern, row.row, channel,
+                                                                       module::command_volume) == 0;
+        const bool slides = effect == "3" || effect == "5";
+        const bool isNote = note > 0 && note < kFirstSpecialNote;
+        notes.begin = notes.begin || (isNote && !isSilenced && !slides);
+        notes.end = notes.end || isSilenced || note >= kFirstSpecialNote;
+    }
+    return notes;
+}
+
 // Takes the row's effects. Returns the scene that is chosen by the row's end.
-int takeRow(const RowWalk& walk, int scene, Script& script)
+int takeRow(const RowWalk& walk, const openmpt::module& player, int scene, Script& script)
 {
     const RowStart& row = walk.row();
     script.rows.push_back(row);
@@ -42,17 +73,19 @@ int takeRow(const RowWalk& walk, int scene, Script& script)
     for (const RowEffect& effect : effects) {
         scene = cues::isEvent(effect.value) ? scene : effect.value;
     }
+    const RowNotes notes = effects.empty() ? RowNotes{} : notesOf(player, row);
     for (const auto& [channel, value] : effects) {
-        script.cues.push_back({row.sample, row.order, row.row, channel, value, scene});
+        script.cues.push_back(
+            {row.sample, row.order, row.row, channel, value, scene, notes.begin, notes.end});
     }
     return scene;
 }
 
-void takeRows(RowWalk& walk, Script& script)
+void takeRows(RowWalk& walk, const openmpt::module& player, Script& script)
 {
     int scene = 0;
     while (walk.next()) {
-        scene = takeRow(walk, scene, script);
+        scene = takeRow(walk, player, scene, script);
         if (scene == cues::kEndOfShow) {
             script.end = ScriptEnd::kValue;
             script.samples = walk.row().sample;
@@ -114,7 +147,7 @@ Script readScript(const std::string& path)
         RowWalk walk(file);
         Script script;
         script.title = module->player.get_metadata("title");
-        takeRows(walk, script);
+        takeRows(walk, module->player, script);
         script.levels = levelsOf(module->player, script.samples);
         return script;
     } catch (const std::exception& fault) {

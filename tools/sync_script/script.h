@@ -18,7 +18,9 @@ struct PlayedCue {
     int row = 0;
     int channel = 0; // from 0
     int value = 0;
-    int scene = 0; // that is chosen by the end of the row: it draws the next frame
+    int scene = 0;         // that is chosen by the end of the row: it draws the next frame
+    bool isStruck = false; // whether a note begins in its row, on any channel
+    bool isLetGo = false;  // whether one ends there: by a key off or by silence
 };
 
 // How loud a stretch of kLevelSamples is, both channels together, 1 at full scale.

@@ -4,6 +4,7 @@
 #include "sound/mixer.h"
 #include "tools/sync_script/meanings.h"
 #include "tools/sync_script/sections.h"
+#include "tools/sync_script/shots.h"
 #include "tools/sync_script/stills.h"
 #include "tools/sync_script/strip_bands.h"
 #include "tools/sync_script/text.h"
@@ -61,7 +62,8 @@ void drawHeadline(const Chart& chart, std::span<const SceneVisit> visits)
     const std::string title = script.title.empty() ? "script" : script.title;
     chart.pen.type(title, kLeft, kHeadline, {60.0, {kTypeColour}, Align::kLeft, true});
     chart.pen.type(wholeSeconds(script.samples) + " minutes    " + std::to_string(scenes.size()) +
-                       " scenes    " + std::to_string(script.cues.size()) + " effects",
+                       " scenes    " + std::to_string(shotsOf(script).size()) + " shots    " +
+                       std::to_string(script.cues.size()) + " effects",
                    kRight, kHeadline,
                    {
                        26.0, {kTypeColour, 0.7},
