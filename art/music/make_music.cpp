@@ -4,7 +4,6 @@
 #include "art/music/score/score_reader.h"
 #include "art/music/xm.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -21,32 +20,6 @@ void addInstruments(const Score& score, XmModule& module)
             module.instruments.resize(number);
         }
         module.instruments[number - 1] = makeInstrumentByName(player.name);
-    }
-}
-
-bool isDeclared(const Score& score, int number)
-{
-    return std::any_of(score.instruments.begin(), score.instruments.end(),
-                       [number](const ScoreInstrument& player) { return player.number == number; });
-}
-
-// Throws ScoreError for a note whose instrument the score does not name.
-void checkPlayers(const Score& score)
-{
-    for (const ScorePattern& pattern : score.patterns) {
-        for (int row = 0; row < pattern.rows; ++row) {
-            for (int c = 0; c < pattern.channels; ++c) {
-                const ScoreCell& cell = pattern.at(row, c);
-                const ScoreChannel& channel = score.channels[static_cast<std::size_t>(c)];
-                const bool hasNote = cell.note && *cell.note <= kXmLastNote;
-                const int player = cell.instrument.value_or(hasNote ? channel.instrument : 0);
-                const bool needsPlayer = hasNote && !cell.instrument;
-                if ((player != 0 && !isDeclared(score, player)) || (player == 0 && needsPlayer)) {
-                    throw ScoreError("pattern " + pattern.name + ", row " + std::to_string(row) +
-                                     ", channel " + channel.name + ": no such instrument");
-                }
-            }
-        }
     }
 }
 
