@@ -1,6 +1,6 @@
 // The quenta mark: the dog's eye in a whorl of its fur, which parts into five locks, and the word
-// with an engraver's shading. Only the upper 96 rows are on screen. Pure black is what the scene
-// takes out.
+// with an engraver's shading. Only the upper 96 rows are on screen, of which the mark leaves 24
+// free, as many as columns on its left. Pure black is what the scene takes out.
 #include "art/pictures/dog/drawing.h"
 #include "art/pictures/dog/eye.h"
 #include "art/pictures/kit/arithmetic.h"
@@ -25,8 +25,10 @@ constexpr int kHeight = 128;
 constexpr int kFiner = 4; // drawn this much larger, then averaged
 constexpr unsigned kSeed = 5;
 
-// The whorl, in pixels and turns.
-constexpr glm::vec2 kMiddle(49.0F, 48.0F);
+constexpr glm::dvec2 kWhorlMiddle(54.6, 38.2);
+constexpr double kWhorlSize = 0.80; // of what follows, on the picture
+
+// The whorl around its middle, in lengths that are pixels before it is set down, and in turns.
 constexpr float kRoots = 11.5F; // where its fur begins
 constexpr float kTips = 45.0F;
 constexpr int kLocks = 5;
@@ -35,14 +37,14 @@ constexpr float kTwist = 0.24F;  // from the roots to the tips
 constexpr float kGather = 1.12F; // how far a lock narrows
 constexpr int kHairs = 5000;
 constexpr int kJoints = 9;
-constexpr double kHairGround = 3.6; // how wide the dark ground under a hair is
+constexpr double kHairGround = 4.6; // how wide the dark ground under a hair is
 constexpr double kIrisSize = 0.86;
 
-constexpr double kWordLeft = 106;
-constexpr double kWordBaseline = 66;
-constexpr double kCapHeight = 37;
+constexpr double kWordLeft = 102;
+constexpr double kWordBaseline = 53;
+constexpr double kCapHeight = 29;
 constexpr double kGroundWidth = 2.0;
-constexpr double kShadeReach = 2.7; // to the right and down
+constexpr double kShadeReach = 2.3; // to the right and down
 constexpr float kHatching = 2.0F;   // from line to line
 
 const std::array kAmber = {colour(0x120803), colour(0x5c2c0e), colour(0xc0762c), colour(0xf2bf74),
@@ -103,8 +105,7 @@ std::vector<glm::vec2> jointsOf(const Hair& hair, const Strand& strand)
         const float narrow = 1.22F - kGather * out;
         const float turn = (static_cast<float>(hair.lock) + 0.5F * across * narrow) / kLocks +
                            kTwist * std::sqrt(out);
-        joints.push_back(kMiddle +
-                         radius * glm::vec2(sine(turn * kFullTurn), -cosine(turn * kFullTurn)));
+        joints.push_back(radius * glm::vec2(sine(turn * kFullTurn), -cosine(turn * kFullTurn)));
     }
     return joints;
 }
@@ -137,10 +138,9 @@ void drawHair(const Hair& hair, dog::Drawing& fur, dog::Drawing& ground)
 
 void drawEye(dog::Drawing& fur, dog::Drawing& ground)
 {
-    ground.fillDisc(glm::dvec2(kMiddle), kRoots + 1.0, glm::vec3(1.0F));
+    ground.fillDisc({0, 0}, kRoots + 1.0, glm::vec3(1.0F));
     cairo_t* pen = fur.pen();
     cairo_save(pen);
-    cairo_translate(pen, kMiddle.x, kMiddle.y);
     fur.fillDisc({0, 0}, kRoots + 1.0, kGround);
     cairo_scale(pen, kIrisSize, kIrisSize);
     dog::drawIris(fur, {0, 0});
@@ -183,10 +183,18 @@ struct Word {
     }
 };
 
+void setDown(dog::Drawing& drawing)
+{
+    cairo_translate(drawing.pen(), kWhorlMiddle.x, kWhorlMiddle.y);
+    cairo_scale(drawing.pen(), kWhorlSize, kWhorlSize);
+}
+
 void makeEmblem(const OutputFolder& folder)
 {
     dog::Drawing fur(kWidth, kHeight, kFiner);
     dog::Drawing furGround(kWidth, kHeight, kFiner);
+    setDown(fur);
+    setDown(furGround);
     for (const Hair& hair : hairs()) {
         drawHair(hair, fur, furGround);
     }

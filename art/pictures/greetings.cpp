@@ -1,8 +1,10 @@
-// The tube's ten greetings, one in each band of the picture: heavy ivory letters with embers
-// glowing at their edges, in a shadow of their own on a dark plate that fades out before the band
-// ends, so that they stand clear of bright beads and of dark ones. Their alpha is not multiplied
-// into their colours, and the plate's colour goes on where alpha ends, so a filtered texture has no
-// fringe.
+// The tube's ten greetings, one in each band of the picture, all of one height: heavy letters,
+// ivory above and gold below, in a glow that ends well before the band does.
+//
+// The scene lets a line fade for seconds, and what is left of it must not look like dirt. So the
+// glow has the tube's own middle colour: over dark beads it is light and over bright ones shade,
+// but once it is thin it can no longer be told from them. Alpha is not multiplied into the colours,
+// and the glow's colour goes on where alpha ends, so a filtered texture has no fringe.
 #include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/program.h"
 #include "art/pictures/kit/vector_layer.h"
@@ -11,22 +13,23 @@
 #include <algorithm>
 #include <array>
 #include <glm/common.hpp>
-#include <glm/geometric.hpp>
 #include <string>
 
 namespace {
 
-constexpr int kWidth = 256;
-constexpr int kHeight = 512;
-constexpr int kBandHeight = 51;
-constexpr double kLargestCaps = 35.0; // pixels
-constexpr double kLongestLine = 240.0;
-constexpr int kGlow = 1; // radii, pixels; three times as far they have ended
-constexpr int kShadow = 2;
-constexpr float kShadowDepth = 2.8F; // how much darker than letters blurred
-constexpr float kPlate = 0.76F;      // its alpha behind the letters
-constexpr float kPlateReach = 7.5F;  // how far from them it has ended, pixels
-constexpr float kPlateFade = 14.0F;  // from full to nothing
+// The scene shows a band on 256 x 51 pixels, this many of the picture's to each.
+constexpr int kFiner = 2;
+constexpr int kWidth = 256 * kFiner;
+constexpr int kHeight = 512 * kFiner;
+constexpr int kBandHeight = 51 * kFiner;
+constexpr double kLongestLine = 240.0 * kFiner;
+constexpr double kNarrowest = 0.86; // that a long line may be drawn, as a share of its width
+
+// Radii; three times as far away a glow has ended.
+constexpr int kRim = 1 * kFiner;
+constexpr int kGlow = 2 * kFiner + 1;
+constexpr float kGlowDepth = 2.3F; // how much denser than letters blurred
+constexpr float kDensest = 0.8F;
 
 constexpr std::array kGreetings = {
     "THE NIGHT SHIFT",   "SLOW READERS",       "BELL RINGERS",      "PEOPLE WHO HUM",
@@ -34,35 +37,32 @@ constexpr std::array kGreetings = {
     "THE LAST TO LEAVE", "ALL WHO STAY AWAKE",
 };
 
-const glm::vec3 kIvory = colour(0xfff8e8);
-const glm::vec3 kWarmIvory = colour(0xffeac4);
-const glm::vec3 kEmber = colour(0xc84410);
-const glm::vec3 kNight = colour(0x12040c);
+const glm::vec3 kIvory = colour(0xfff4d6);
+const glm::vec3 kGold = colour(0xffd592);
+const glm::vec3 kEmber = colour(0xc8480e);
+const glm::vec3 kTubesOwn = colour(0x481806);
 
-// A line of letters in the middle of a band.
-struct Line {
-    GreyPicture letters; // their coverage
-    glm::vec2 reach;     // from the middle to their borders, pixels
-};
-
-Line setLine(const std::string& greeting)
+// The height at which the longest greeting just fits.
+double capHeightOfAll()
 {
-    const double widthOfOne = Font(Weight::kBold).widthOfLine(greeting, 1.0);
-    const double capHeight = std::min(kLargestCaps, kLongestLine / widthOfOne);
-    const double width = capHeight * widthOfOne;
-    VectorLayer layer(kWidth, kBandHeight);
-    layer.addType(greeting, (kWidth - width) / 2, (kBandHeight + capHeight) / 2, capHeight,
-                  Weight::kBold);
-    cairo_fill(layer.pen());
-    return {layer.coverage(), 0.5F * glm::vec2(width, capHeight)};
+    const Font font(Weight::kBold);
+    double longest = 0.0;
+    for (const char* greeting : kGreetings) {
+        longest = std::max(longest, font.widthOfLine(greeting, 1.0));
+    }
+    return kLongestLine / (kNarrowest * longest);
 }
 
-float plateAt(glm::vec2 place, glm::vec2 reach)
+// The coverage of a line of letters in the middle of a band.
+GreyPicture setLine(const std::string& greeting, double capHeight)
 {
-    const glm::vec2 middle = 0.5F * glm::vec2(kWidth - 1, kBandHeight - 1);
-    const glm::vec2 outside =
-        glm::max(glm::abs(place - middle) - reach + kPlateFade - kPlateReach, 0.0F);
-    return kPlate * softStep(kPlateFade, 0.0F, glm::length(outside));
+    const double width = Font(Weight::kBold).widthOfLine(greeting, capHeight);
+    VectorLayer layer(kWidth, kBandHeight);
+    cairo_translate(layer.pen(), kWidth / 2.0, (kBandHeight + capHeight) / 2);
+    cairo_scale(layer.pen(), std::min(1.0, kLongestLine / width), 1.0);
+    layer.addType(greeting, -width / 2, 0.0, capHeight, Weight::kBold);
+    cairo_fill(layer.pen());
+    return layer.coverage();
 }
 
 glm::vec4 over(glm::vec3 letter, float cover, glm::vec3 ground, float groundCover)
@@ -75,19 +75,22 @@ glm::vec4 over(glm::vec3 letter, float cover, glm::vec3 ground, float groundCove
 
 void makeGreetings(const OutputFolder& folder)
 {
-    Picture picture(kWidth, kHeight, glm::vec4(kNight, 0.0F));
+    const double capHeight = capHeightOfAll();
+    const auto top = static_cast<float>((kBandHeight - capHeight) / 2);
+    const float bottom = top + static_cast<float>(capHeight);
+    Picture picture(kWidth, kHeight, glm::vec4(kTubesOwn, 0.0F));
     for (int line = 0; line < static_cast<int>(kGreetings.size()); ++line) {
-        const auto [letters, reach] = setLine(kGreetings[static_cast<std::size_t>(line)]);
+        const GreyPicture letters = setLine(kGreetings[static_cast<std::size_t>(line)], capHeight);
+        const GreyPicture rim = blurred(letters, kRim);
         const GreyPicture glow = blurred(letters, kGlow);
-        const GreyPicture shadow = blurred(letters, kShadow);
         for (int y = 0; y < kBandHeight; ++y) {
-            const float down = softStep(0.25F, 0.8F, static_cast<float>(y) / kBandHeight);
+            const glm::vec3 letter =
+                glm::mix(kIvory, kGold, softStep(top, bottom, static_cast<float>(y)));
             for (int x = 0; x < kWidth; ++x) {
-                const glm::vec3 ground = glm::mix(kNight, kEmber, 0.7F * glow.at(x, y));
-                const float dark = glm::max(plateAt(glm::vec2(x, y), reach),
-                                            glm::min(0.95F, kShadowDepth * shadow.at(x, y)));
+                const glm::vec3 ground = glm::mix(kTubesOwn, kEmber, 0.55F * rim.at(x, y));
+                const float density = glm::min(kDensest, kGlowDepth * glow.at(x, y));
                 picture.at(x, line * kBandHeight + y) =
-                    over(glm::mix(kIvory, kWarmIvory, down), letters.at(x, y), ground, dark);
+                    over(letter, letters.at(x, y), ground, density);
             }
         }
     }

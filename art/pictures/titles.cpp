@@ -24,15 +24,16 @@ struct Title {
     Weight weight;
 };
 
-// The scene puts the pictures at (0, 176), (0, 208), (0, 0), (60, 70) and (80, 80); the stacks'
-// left edge is at 84. The closing scene puts KSO at (192, 60) and burns it into the light around
-// (320, 136), which is the middle of its letters.
+// The scene puts the pictures at (0, 176), (0, 208), (0, 0), (60, 70) and (80, 80); all stand on a
+// left edge at 84, the slanted V and the T's thin arm a little beyond it, so that they look it. The
+// closing scene puts KSO at (192, 60) and burns it into the light around (320, 136), which is close
+// to the middle of its letters.
 constexpr std::array kTitles = {
-    Title{"the.tga",       "THE",       128, 32,  84, 29,  14, Weight::kRegular},
-    Title{"end.tga",       "END",       256, 64,  84, 41,  37, Weight::kBold   },
-    Title{"kso.tga",       "KSO",       256, 128, 48, 122, 92, Weight::kBold   },
-    Title{"by.tga",        "BY",        64,  32,  24, 20,  14, Weight::kRegular},
-    Title{"velmorant.tga", "VELMORANT", 512, 64,  4,  54,  37, Weight::kBold   },
+    Title{"the.tga",       "THE",       128, 32,  83.6, 29,  14, Weight::kRegular},
+    Title{"end.tga",       "END",       256, 64,  84,   41,  37, Weight::kBold   },
+    Title{"kso.tga",       "KSO",       256, 128, 84,   103, 54, Weight::kBold   },
+    Title{"by.tga",        "BY",        64,  32,  24,   20,  14, Weight::kRegular},
+    Title{"velmorant.tga", "VELMORANT", 512, 64,  2.8,  54,  37, Weight::kBold   },
 };
 
 const glm::vec3 kIvory = colour(0xfdf8ea);

@@ -1,6 +1,7 @@
-// The tube's skin: glossy beads, orange and gold with some of red and a few black as oil, packed so
-// that each touches two others. They are spheres, each mirrors its neighbours and the sky, and the
-// larger ones are engraved, each in its own way. It tiles.
+// The tube's skin: glossy beads, orange and gold with some of red and many black as oil, packed so
+// that each touches two others, around a few large jewels with a cat's eye. They are spheres, each
+// mirrors its neighbours and the sky, and many of the larger ones are engraved, each in its own
+// way. It tiles.
 #include "art/pictures/beads/packing.h"
 #include "art/pictures/beads/skin.h"
 #include "art/pictures/kit/arithmetic.h"
@@ -114,10 +115,11 @@ glm::vec3 mirroredBy(const std::vector<Bead>& beads, const Bead& bead, glm::vec3
 }
 
 // How much is mirrored: little by what is looked at straight, much at a slant (after Schlick).
-float shineOf(glm::vec3 normal)
+// Jewels are clear: what they mirror would only veil them.
+float shineOf(const Bead& bead, glm::vec3 normal)
 {
     const float slant = 1.0F - glm::clamp(normal.z, 0.0F, 1.0F);
-    return 0.12F + 0.85F * power(slant, 3.5F);
+    return (bead.isJewel ? 0.35F : 1.0F) * (0.12F + 0.85F * power(slant, 3.5F));
 }
 
 Sight look(const std::vector<Bead>& beads, glm::vec2 above)
@@ -135,7 +137,8 @@ Sight look(const std::vector<Bead>& beads, glm::vec2 above)
     const glm::vec3 lacquer = bodyAt(*hit.bead, normal, lit, open);
     const glm::vec3 heading = down + 2.0F * normal.z * normal;
     const glm::vec3 mirrored = mirroredBy(beads, *hit.bead, place, heading, open);
-    const glm::vec3 glossy = glm::clamp(lacquer + shineOf(normal) * mirrored, 0.0F, 1.0F);
+    const glm::vec3 glossy =
+        glm::clamp(lacquer + shineOf(*hit.bead, normal) * mirrored, 0.0F, 1.0F);
     // The smallest beads are left plain.
     const glm::vec3 cut =
         kCut * softStep(3.5F, 6.5F, hit.bead->radius) * engravedAt(*hit.bead, normal);
@@ -148,7 +151,7 @@ Sight lookThrough(const std::vector<Bead>& beads, int x, int y)
 {
     constexpr int kRays = kFiner * kFiner;
     constexpr float kShare = 1.0F / kRays;
-    const glm::vec2 pixel = kRoom / static_cast<float>(kSize);
+    const glm::vec2 pixel = kRoom / static_cast<float>(kPixels);
     const glm::vec2 corner = glm::vec2(x, y) * pixel;
     const std::vector<Bead> near = around(beads, corner);
     Sight all{0.0F, 0.0F, glm::vec3(0.0F), glm::vec3(0.0F)};
@@ -166,12 +169,12 @@ Sight lookThrough(const std::vector<Bead>& beads, int x, int y)
 void makeBeads(const OutputFolder& folder)
 {
     const std::vector<Bead> beads = packBeads();
-    GreyPicture heights(kSize, kSize);
-    GreyPicture light(kSize, kSize);
-    Picture lacquer(kSize, kSize);
-    Picture picture(kSize, kSize);
-    for (int y = 0; y < kSize; ++y) {
-        for (int x = 0; x < kSize; ++x) {
+    GreyPicture heights(kPixels, kPixels);
+    GreyPicture light(kPixels, kPixels);
+    Picture lacquer(kPixels, kPixels);
+    Picture picture(kPixels, kPixels);
+    for (int y = 0; y < kPixels; ++y) {
+        for (int x = 0; x < kPixels; ++x) {
             const Sight sight = lookThrough(beads, x, y);
             heights.at(x, y) = sight.height;
             light.at(x, y) = sight.light;

@@ -15,14 +15,20 @@ namespace {
 constexpr float kUneven = 0.10F;  // how far a radius is from its size
 constexpr float kSqueeze = 1.05F; // beads press into one another a little
 constexpr float kSunken = 0.45F;  // how high a bead's middle lies, in radii
-constexpr float kReach = 30.0F;   // how far beads shade and mirror each other
+constexpr float kSunkenJewel = 0.1F;
+constexpr float kReach = 30.0F; // how far beads shade and mirror each other
 
+// Amber, and black opal. Their shares are those of the light that they gather.
+const std::array kStones = {
+    Lacquer{colour(0xffa81c), colour(0x8c2400), 1.0F},
+    Lacquer{colour(0xff5a10), colour(0x0a080c), 0.5F},
+};
 const std::array kLacquers = {
-    Lacquer{colour(0xffb838), colour(0xc04804), 0.27F},
-    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.37F},
-    Lacquer{colour(0xff6814), colour(0x981804), 0.23F},
-    Lacquer{colour(0xd02808), colour(0x5c0804), 0.09F},
-    Lacquer{colour(0x1c1c24), colour(0x08080c), 0.04F},
+    Lacquer{colour(0xffb838), colour(0xc04804), 0.22F},
+    Lacquer{colour(0xff8c20), colour(0xb02c04), 0.30F},
+    Lacquer{colour(0xff6814), colour(0x981804), 0.19F},
+    Lacquer{colour(0xd02808), colour(0x5c0804), 0.10F},
+    Lacquer{colour(0x16161c), colour(0x060608), 0.19F},
 };
 
 const Lacquer& pickLacquer(float chance)
@@ -76,6 +82,21 @@ glm::ivec2 snuggest(const Raster<Gaps>& gaps, float radius)
     return best;
 }
 
+// Of some places, the one that lies farthest from all beads: apart, but in no order.
+glm::ivec2 lonely(const Raster<Gaps>& gaps, Random& random)
+{
+    constexpr int kPlaces = 9;
+    glm::ivec2 best(0);
+    for (int i = 0; i < kPlaces; ++i) {
+        const float y = random.next() * kRoomHeight;
+        const glm::ivec2 place(glm::vec2(random.next() * kRoomWidth, y));
+        if (gaps.at(place.x, place.y).nearest >= gaps.at(best.x, best.y).nearest) {
+            best = place;
+        }
+    }
+    return best;
+}
+
 // The size of the next bead, as an index into kRadii: of those that may still fit.
 std::size_t pickSize(std::size_t smallest, Random& random)
 {
@@ -87,13 +108,25 @@ std::size_t pickSize(std::size_t smallest, Random& random)
 Bead makeBead(glm::vec2 place, float radius, Random& random)
 {
     const float height = radius * (kSunken + random.between(-0.15F, 0.15F));
-    return {glm::vec3(place, height), radius, pickLacquer(random.next()), pickEngraving(random)};
+    const Lacquer& lacquer = pickLacquer(random.next());
+    return {glm::vec3(place, height), radius, lacquer, false, pickEngraving(random)};
+}
+
+Bead makeJewel(glm::vec2 place, std::size_t number, Random& random)
+{
+    const float radius = kJewel * random.between(0.8F, 1.0F);
+    const float turn = kFullTurn * random.next();
+    const float y = random.between(0.0F, kPeriod);
+    const Engraving fibres{Pattern::kFibres, glm::vec3(cosine(turn), sine(turn), 0.0F),
+                           glm::vec2(random.between(0.0F, kPeriod), y)};
+    return {glm::vec3(place, radius * kSunkenJewel), radius, kStones[number % kStones.size()], true,
+            fibres};
 }
 
 void addTo(Raster<Gaps>& gaps, const Bead& bead)
 {
     for (int y = 0; y < kRoomHeight; ++y) {
-        for (int x = 0; x < kSize; ++x) {
+        for (int x = 0; x < kRoomWidth; ++x) {
             const glm::vec2 way = shortestWay(glm::vec2(x, y) - glm::vec2(bead.middle), kRoom);
             gaps.at(x, y).add(glm::length(way) - bead.radius);
         }
@@ -106,7 +139,11 @@ std::vector<Bead> packBeads()
 {
     std::vector<Bead> beads;
     Random random(kSeed);
-    Raster<Gaps> gaps(kSize, kRoomHeight, Gaps());
+    Raster<Gaps> gaps(kRoomWidth, kRoomHeight, Gaps());
+    for (std::size_t i = 0; i < kJewels; ++i) {
+        beads.push_back(makeJewel(lonely(gaps, random), i, random));
+        addTo(gaps, beads.back());
+    }
     std::size_t smallest = 0; // of the sizes that may still fit
     while (smallest < kRadii.size()) {
         const std::size_t size = pickSize(smallest, random);

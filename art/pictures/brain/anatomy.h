@@ -1,20 +1,22 @@
-// What a brain is made of, seen from its left side: it faces left.
+// A brain as a solid, without its folds: two hemispheres, a fissure that
+// strays between them, and temples under them.
+//
+// x goes from one hemisphere to the other, y to the forehead, z up; half the brain's length is 1.
 #pragma once
 
-#include "art/pictures/kit/picture.h"
+#include <glm/vec3.hpp>
 
 namespace brain {
 
-inline constexpr int kSize = 256; // pixels of the finished picture, which is as high as it is wide
+// How far a place is from the surface, about; less than 0 inside.
+float cortexDistance(glm::vec3 place);
 
-// How much of each pixel the brain's parts cover, 0 to 1, and the form of the whole.
-struct Anatomy {
-    GreyPicture cortex; // without the fissures
-    GreyPicture cerebellum;
-    GreyPicture stem;
-    GreyPicture swelling; // how far it stands toward the viewer; 1 is more than the highest
+// Where a place lies on a sphere, seen from the middle of its hemisphere or its temple; the sphere
+// is as large as that lobe. The hemispheres differ, so that they can be folded differently.
+struct Bearing {
+    glm::vec3 on;
+    bool isLeft;
 };
-
-Anatomy drawAnatomy();
+Bearing bearingOf(glm::vec3 place);
 
 } // namespace brain

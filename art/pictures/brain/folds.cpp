@@ -1,8 +1,7 @@
 #include "art/pictures/brain/folds.h"
 
-#include "art/pictures/brain/reaction.h"
+#include "art/pictures/brain/anatomy.h"
 #include "art/pictures/kit/arithmetic.h"
-#include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 
 #include <algorithm>
@@ -10,94 +9,98 @@
 #include <cmath>
 #include <cstddef>
 #include <glm/common.hpp>
+#include <glm/geometric.hpp>
 
 namespace brain {
 
 namespace {
 
-constexpr int kCells = 128; // of the reaction, across the picture
+constexpr int kCells = 144;     // along an edge of the cube
+constexpr float kReach = 1.15F; // half the edge
+constexpr float kCellSize = 2.0F * kReach / kCells;
+constexpr float kNear = 0.2F; // to the surface, where folds are known
 
-// Folds are broadest where the brain faces the viewer.
-Raster<Tissue> tissueOf(const Anatomy& anatomy)
-{
-    constexpr float kStep = static_cast<float>(kSize) / kCells;
-    Raster<Tissue> tissue(kCells, kCells, Tissue());
-    tissue.fill([&](int x, int y) {
-        const glm::vec2 place = kStep * glm::vec2(x, y) + 0.5F;
-        const float swelling = anatomy.swelling.sample(place.x, place.y);
-        return Tissue{0.42F + 0.58F * softStep(0.3F, 0.85F, swelling),
-                      anatomy.cortex.sample(place.x, place.y)};
-    });
-    return tissue;
-}
+constexpr float kWaveNumber = 24.5F;
+constexpr int kWaves = 36;
 
-// The picture between its pixels, smoothed by cubic B-splines.
-float splined(const GreyPicture& picture, float x, float y)
+struct Wave {
+    glm::vec3 way;
+    float phase;
+};
+using Waves = std::array<Wave, kWaves>;
+
+Waves waves(Random& random)
 {
-    const int left = static_cast<int>(std::floor(x));
-    const int top = static_cast<int>(std::floor(y));
-    const auto weights = [](float t) {
-        const float s = 1.0F - t;
-        return std::array{s * s * s / 6.0F, (4.0F - 6.0F * t * t + 3.0F * t * t * t) / 6.0F,
-                          (4.0F - 6.0F * s * s + 3.0F * s * s * s) / 6.0F, t * t * t / 6.0F};
-    };
-    const auto across = weights(x - static_cast<float>(left));
-    const auto down = weights(y - static_cast<float>(top));
-    float sum = 0.0F;
-    for (int i = 0; i < 16; ++i) {
-        sum += across[static_cast<std::size_t>(i % 4)] * down[static_cast<std::size_t>(i / 4)] *
-               picture.wrapped(left - 1 + i % 4, top - 1 + i / 4);
+    Waves result{};
+    for (Wave& wave : result) {
+        const float z = random.between(-1.0F, 1.0F);
+        const float turn = random.between(0.0F, kFullTurn);
+        const float flat = std::sqrt(1.0F - z * z);
+        const float number = kWaveNumber * random.between(0.8F, 1.15F);
+        wave.way = number * glm::vec3(flat * cosine(turn), flat * sine(turn), z);
+        wave.phase = random.between(0.0F, kFullTurn);
     }
-    return sum;
+    return result;
 }
 
-// The folds of the cerebellum: leaves that spread from the stem. From 0 to 1, as the others.
-float leafAt(glm::vec2 place)
+// The sum of waves at a place on the sphere, as the phase of the one wave that it might be: how
+// high and how steep it is tell how far off the next furrow is.
+float swellAt(const Waves& waves, glm::vec3 on)
 {
-    constexpr float kLeaves = 72.0F; // in a full turn
-    const glm::ivec2 period(12);
-    const glm::vec2 where = place * (12.0F / kSize);
-    const glm::vec2 off = place - glm::vec2(112, 166);
-    const float turn =
-        angleOf(off.x, off.y) / kFullTurn + 0.012F * fractalNoise(where, period, 2, kSeed + 12);
-    return 0.5F + 0.5F * sine(kFullTurn * kLeaves * turn);
+    float height = 0.0F;
+    glm::vec3 slope(0.0F);
+    for (const auto& [way, phase] : waves) {
+        const float turn = glm::dot(way, on) + phase;
+        height += sine(turn);
+        slope += way * cosine(turn);
+    }
+    slope -= on * (glm::dot(on, slope) / glm::dot(on, on));
+    const float across = glm::length(slope) / kWaveNumber;
+    return angleOf(across, height) / (0.25F * kFullTurn);
+}
+
+std::size_t index(int x, int y, int z)
+{
+    return (static_cast<std::size_t>(z) * kCells + static_cast<std::size_t>(y)) * kCells +
+           static_cast<std::size_t>(x);
 }
 
 } // namespace
 
-GreyPicture enlarged(const GreyPicture& picture)
+Folds::Folds(int seed) : swell_(static_cast<std::size_t>(kCells) * kCells * kCells, 1.0F)
 {
-    constexpr int kBends = 13;    // across the picture
-    constexpr float kBend = 4.5F; // pixels
-    const float step = static_cast<float>(picture.width()) / kSize;
-    GreyPicture result(kFineSize, kFineSize);
-    result.fill([&](int x, int y) {
-        const glm::vec2 place = (glm::vec2(x, y) + 0.5F) / static_cast<float>(kFine);
-        const glm::ivec2 period(kBends);
-        const glm::vec2 where = place * (static_cast<float>(kBends) / kSize);
-        const glm::vec2 bend(fractalNoise(where, period, 2, kSeed + 2),
-                             fractalNoise(where, period, 2, kSeed + 5));
-        const glm::vec2 from = (place + kBend * bend) * step - 0.5F;
-        return splined(picture, from.x, from.y);
-    });
-    return result;
+    Random random(static_cast<unsigned>(seed));
+    const std::array halves{waves(random), waves(random)};
+    for (int i = 0; i < kCells * kCells * kCells; ++i) {
+        const glm::ivec3 at(i % kCells, i / kCells % kCells, i / kCells / kCells);
+        const glm::vec3 place = (glm::vec3(at) + 0.5F) * kCellSize - kReach;
+        if (std::abs(cortexDistance(place)) < kNear) {
+            const Bearing bearing = bearingOf(place);
+            swell_[index(at.x, at.y, at.z)] = swellAt(halves[bearing.isLeft ? 1 : 0], bearing.on);
+        }
+    }
 }
 
-GreyPicture foldsOf(const Anatomy& anatomy)
+float Folds::cell(int x, int y, int z) const
 {
-    const GreyPicture grown = enlarged(growFolds(tissueOf(anatomy), kSeed));
-    const GreyPicture near = enlarged(blurred(anatomy.cortex, 1));
-    const GreyPicture cerebellum = enlarged(anatomy.cerebellum);
-    const GreyPicture stem = enlarged(anatomy.stem);
-    GreyPicture folds(kFineSize, kFineSize);
-    folds.fill([&](int x, int y) {
-        const glm::vec2 place = (glm::vec2(x, y) + 0.5F) / static_cast<float>(kFine);
-        const float behind = softStep(0.2F, 0.0F, near.at(x, y));
-        const float leaves = cerebellum.at(x, y) * (0.25F + 0.75F * leafAt(place));
-        const float pons = stem.at(x, y) * (0.62F + 0.1F * sine(0.9F * place.y - 0.3F * place.x));
-        return std::max(grown.at(x, y), behind * std::max(leaves, pons));
-    });
-    return folds;
+    const auto inside = [](int i) { return glm::clamp(i, 0, kCells - 1); };
+    return swell_[index(inside(x), inside(y), inside(z))];
+}
+
+float Folds::crestAt(glm::vec3 place) const
+{
+    const glm::vec3 where = (place + kReach) / kCellSize - 0.5F;
+    const glm::vec3 first = glm::floor(where);
+    const glm::vec3 rest = where - first;
+    const glm::ivec3 at(first);
+    float swell = 0.0F;
+    for (int i = 0; i < 8; ++i) {
+        const glm::ivec3 corner(i % 2, i / 2 % 2, i / 4);
+        const glm::vec3 share = glm::mix(1.0F - rest, rest, glm::vec3(corner));
+        swell +=
+            share.x * share.y * share.z * cell(at.x + corner.x, at.y + corner.y, at.z + corner.z);
+    }
+    return std::min(std::abs(swell), 1.0F);
 }
 
 } // namespace brain

@@ -1,20 +1,23 @@
-// The brain's folds as heights, at the fine size in which the brain is lit.
+// The folds of the cortex: waves of one length run over it in all directions; where they cancel
+// each other, it sinks into a furrow.
 #pragma once
 
-#include "art/pictures/brain/anatomy.h"
-#include "art/pictures/kit/picture.h"
+#include <glm/vec3.hpp>
+#include <vector>
 
 namespace brain {
 
-inline constexpr int kSeed = 3;
-inline constexpr int kFine = 2; // lit twice as large
-inline constexpr int kFineSize = kFine * kSize;
+class Folds {
+public:
+    explicit Folds(int seed);
 
-// A picture of any size at the fine one, and bent, since nothing in a body is straight.
-GreyPicture enlarged(const GreyPicture& picture);
+    // How far a place near the surface is from the nearest furrow: 0 in it, 1 on a crest.
+    [[nodiscard]] float crestAt(glm::vec3 place) const;
 
-// The heights of all folds, from 0 to about 1: the cortex's, and the cerebellum and the stem that
-// stand behind it.
-GreyPicture foldsOf(const Anatomy& anatomy);
+private:
+    [[nodiscard]] float cell(int x, int y, int z) const;
+
+    std::vector<float> swell_; // in cells of a cube around the brain: -1 to 1, 0 in a furrow
+};
 
 } // namespace brain

@@ -1,11 +1,13 @@
 #include "art/pictures/brain/nerves.h"
 
-#include "art/pictures/brain/anatomy.h"
+#include "art/pictures/brain/view.h"
 #include "art/pictures/kit/arithmetic.h"
+#include "art/pictures/kit/lighting.h"
 #include "art/pictures/kit/noise.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 
@@ -13,33 +15,20 @@ namespace brain {
 
 namespace {
 
-constexpr int kNerves = 13;
+constexpr float kStep = 0.5F; // pixels
 
-using Curve = std::array<glm::vec2, 4>; // cubic
-
-glm::vec2 along(const Curve& curve, float t)
+// How much of the light is left at a place: all in the middle, nothing at the borders or in the
+// corners, whose filaments would show that the picture is square.
+float left(glm::vec2 place)
 {
-    const float s = 1.0F - t;
-    return s * s * s * curve[0] + 3.0F * s * s * t * curve[1] + 3.0F * s * t * t * curve[2] +
-           t * t * t * curve[3];
+    constexpr float kRoundness = 5.0F;
+    const glm::vec2 off = glm::abs(place / (0.5F * kSize) - 1.0F);
+    const float out = power(power(off.x, kRoundness) + power(off.y, kRoundness), 1.0F / kRoundness);
+    return softStep(0.985F, 0.86F, out);
 }
 
-// A thread's place at t (0 to 1): it trembles a little about its curve.
-glm::vec2 threadAt(const Curve& curve, float t, int seed)
-{
-    const float wave = t * 12.0F;
-    const glm::vec2 tremble(noise({wave, 0.5F}, {64, 8}, seed), noise({wave, 3.5F}, {64, 8}, seed));
-    return along(curve, t) + 1.3F * tremble;
-}
-
-// One of a thread's ends.
-struct End {
-    float width;
-    float light;
-};
-
-// A picture of light, `fine` times as large as the finished one, in whose pixels all places and
-// radii are.
+// Light, in a picture that is `fine` times as large as the scene shows it, in whose pixels all
+// places and radii are.
 class Glow {
 public:
     explicit Glow(int fine) : fine_(static_cast<float>(fine)), picture_(fine * kSize, fine * kSize)
@@ -62,15 +51,11 @@ public:
         }
     }
 
-    // A thread, its width and its light going from one end's to the other's.
-    void addThread(const Curve& curve, int seed, End from, End to)
+    // A spark: a point, and the light around it.
+    void addSpark(glm::vec2 place, float size, float light)
     {
-        constexpr int kDots = 600;
-        for (int i = 0; i <= kDots; ++i) {
-            const float t = static_cast<float>(i) / kDots;
-            addDot(threadAt(curve, t, seed), glm::mix(from.width, to.width, t),
-                   glm::mix(from.light, to.light, t));
-        }
+        addDot(place, size, light);
+        addDot(place, 2.8F * size, 0.16F * light);
     }
 
     [[nodiscard]] const GreyPicture& picture() const { return picture_; }
@@ -80,68 +65,138 @@ private:
     GreyPicture picture_;
 };
 
-struct Nerve {
-    float side; // its place in the bundle, -1 left to 1 right
+struct Tip {
+    glm::vec2 place;
+    float angle;
+    float aim; // the angle that it turns back to
     float light;
-    int seed;
-
-    [[nodiscard]] End dim() const { return {0.55F, 0.32F * light}; }
-    [[nodiscard]] glm::vec2 waist() const { return {159.0F + 4.5F * side, 212.0F}; } // of the stem
-    [[nodiscard]] glm::vec2 root() const { return {146.0F + 9.0F * side, 170.0F}; }  // of the lobes
+    float width;
+    float length; // that is left to grow, pixels
 };
 
-constexpr glm::vec2 kLean(5.0F, 18.0F); // of the stem
+class Tree {
+public:
+    Tree(int fine, int seed) : cold_(fine), warm_(fine), random_(static_cast<unsigned>(seed)) {}
 
-// In the stem, from its waist up to where it enters the lobes.
-void drawRise(const Nerve& nerve, Glow& glow)
-{
-    glow.addThread({nerve.waist(), nerve.waist() - kLean, nerve.root() + kLean, nerve.root()},
-                   nerve.seed, nerve.dim(), nerve.dim());
-}
+    // Lets a nerve grow: it strays, turns back to its aim, carries signals, branches, and ends in a
+    // cell.
+    void grow(Tip tip, int branches)
+    {
+        constexpr float kStray = 0.15F;  // radians a step
+        constexpr float kReturn = 0.03F; // share of the way back
+        constexpr float kWander = 24.0F; // pixels from bend to bend
+        constexpr float kRooted = 22.0F; // pixels in which it comes out of the dark
+        const float whole = tip.length;
+        const float signal = random_.between(0.15F, 0.95F) * whole;
+        const int seed = static_cast<int>(1000.0F * random_.next());
+        float next = random_.between(0.25F, 0.45F) * whole;
+        for (int i = 0; kStep * static_cast<float>(i) < whole; ++i) {
+            const float way = kStep * static_cast<float>(i);
+            const glm::vec2 bend = (tip.place + 40.0F) / kWander;
+            const float off = std::remainder(tip.aim - tip.angle, kFullTurn);
+            tip.angle += (kStray * noise(bend, glm::ivec2(64), seed) + kReturn * off) * kStep;
+            tip.place += kStep * glm::vec2(cosine(tip.angle), sine(tip.angle));
+            const float t = way / whole;
+            const float pulse = exponential(-power((way - signal) / 8.0F, 2.0F));
+            const float light = left(tip.place) * softStep(-2.0F, kRooted, way) * tip.light *
+                                (0.8F - 0.35F * t + 0.6F * pulse);
+            cold_.addDot(tip.place, tip.width * (1.0F - 0.55F * t), light);
+            if (branches > 0 && way > next) {
+                next = way + random_.between(0.2F, 0.38F) * whole;
+                const float angle = random_.between(0.3F, 0.75F);
+                const float turn = random_.next() < 0.5F ? -angle : angle;
+                grow({tip.place, tip.angle + turn, tip.aim + 0.6F * turn, 0.85F * tip.light,
+                      tip.width * (0.85F - 0.45F * t),
+                      (whole - way) * random_.between(0.55F, 1.0F)},
+                     branches - 1);
+            }
+        }
+        addCell(tip);
+    }
 
-// Down to where it has been cut.
-void drawCutEnd(const Nerve& nerve, Glow& glow, Random& random)
-{
-    const float side = nerve.side;
-    const float fray = random.between(0, 12);
-    const glm::vec2 cut(170.0F + 19.0F * side + random.between(-5, 5),
-                        250.0F - 14.0F * side * side - fray);
-    const glm::vec2 droop(0.4F * side, 9.0F);
-    glow.addThread({nerve.waist(), nerve.waist() + kLean, cut - droop, cut}, nerve.seed,
-                   nerve.dim(), {0.45F, 0.15F});
-    glow.addDot(cut, 0.8F, 0.45F * nerve.light);
-}
+    [[nodiscard]] Nerves nerves() const { return {cold_.picture(), warm_.picture()}; }
 
-// Out into the lobes, to a spark, with a signal on its way.
-void drawFan(const Nerve& nerve, Glow& glow, Random& random)
-{
-    const float side = nerve.side;
-    const int seed = nerve.seed + kNerves;
-    const float angle = (0.22F - 0.31F * (side + random.between(-0.03F, 0.03F))) * kFullTurn;
-    const glm::vec2 outward(cosine(angle), -sine(angle));
-    const glm::vec2 spark =
-        glm::vec2(132, 112) + outward * glm::vec2(100, 84) * random.between(0.55F, 0.95F);
-    const glm::vec2 rise = nerve.root() - glm::vec2(6.0F - 8.0F * side, 46.0F);
-    const Curve curve{nerve.root(), rise, spark - 38.0F * outward, spark};
-    glow.addThread(curve, seed, nerve.dim(), {0.66F, nerve.light});
-    glow.addDot(spark, 2.1F, 1.0F);
-    glow.addDot(threadAt(curve, random.between(0.25F, 0.8F), seed), 1.5F, 1.0F);
-}
+private:
+    // A cell: a spark with a few short feelers. Some are warm.
+    void addCell(const Tip& tip)
+    {
+        constexpr int kFeelers = 5;
+        const float light = left(tip.place) * (0.35F + 0.5F * tip.light);
+        const float size = random_.between(0.9F, 1.9F);
+        const bool isWarm = random_.next() < 0.2F;
+        (isWarm ? warm_ : cold_).addSpark(tip.place, isWarm ? 1.15F * size : size, light);
+        for (int i = 0; i < kFeelers; ++i) {
+            const float turn =
+                tip.angle + (static_cast<float>(i) - 2.0F + random_.between(-0.4F, 0.4F)) * 0.9F;
+            const float length = random_.between(3.0F, 9.0F);
+            for (int j = 0; kStep * static_cast<float>(j) < length; ++j) {
+                const float way = kStep * static_cast<float>(j);
+                const glm::vec2 place = tip.place + way * glm::vec2(cosine(turn), sine(turn));
+                cold_.addDot(place, 0.5F, 0.45F * left(place) * light * (1.0F - way / length));
+            }
+        }
+    }
+
+    Glow cold_;
+    Glow warm_;
+    Random random_;
+};
+
+// Where nerves set out and where to. Angles are clockwise from the right, in degrees.
+struct Root {
+    glm::vec2 place;
+    float angle;
+    float aim;
+    float light;
+    float width;
+    float length;
+    int branches;
+};
+
+// clang-format off
+constexpr auto kRoots = std::to_array<Root>({
+    // the trunk
+    {{118, 158}, 100,  96, 1.00F, 2.8F,  94, 2},
+    {{121, 168}, 110, 128, 0.90F, 2.2F, 100, 2},
+    {{124, 168},  75,  58, 0.90F, 2.2F, 104, 2},
+    {{120, 166}, 120, 150, 0.80F, 1.6F, 106, 2},
+    {{126, 166},  60,  36, 0.80F, 1.6F, 116, 2},
+    // what hangs from under the lobes
+    {{ 30, 118}, 120, 118, 0.80F, 1.3F, 132, 1},
+    {{ 46, 134}, 120,  98, 0.90F, 1.5F, 120, 2},
+    {{ 66, 146}, 100, 112, 0.60F, 0.9F, 104, 1},
+    {{ 84, 150}, 105,  92, 0.75F, 1.2F, 104, 1},
+    {{102, 158}, 100, 100, 0.55F, 0.9F,  96, 0},
+    {{146, 160},  80,  84, 0.65F, 1.0F, 100, 0},
+    {{160, 162},  75,  92, 0.80F, 1.3F,  96, 1},
+    {{180, 154},  70,  76, 0.95F, 1.7F, 110, 2},
+    {{200, 146},  60,  88, 0.60F, 0.9F, 110, 1},
+    {{212, 138},  55,  64, 0.80F, 1.4F, 118, 2},
+    {{232, 112},  55,  74, 0.70F, 1.2F, 124, 1},
+    // what rises behind it
+    {{ 40, 104}, 175, 170, 0.70F, 1.0F,  56, 1},
+    {{ 40,  84}, 195, 205, 0.75F, 1.1F,  60, 2},
+    {{ 50,  66}, 215, 222, 0.80F, 1.2F,  88, 2},
+    {{ 76,  48}, 235, 248, 0.80F, 1.2F,  74, 2},
+    {{110,  38}, 255, 262, 0.65F, 1.0F,  52, 1},
+    {{146,  36}, 275, 284, 0.75F, 1.1F,  60, 2},
+    {{176,  38}, 295, 296, 0.60F, 0.9F,  62, 1},
+    {{196,  48}, 305, 316, 0.85F, 1.3F,  92, 2},
+    {{222,  70}, 325, 332, 0.70F, 1.1F,  66, 2},
+    {{232,  98}, 350,   5, 0.60F, 1.0F,  50, 1},
+});
+// clang-format on
 
 } // namespace
 
-GreyPicture drawNerves(int fine, int seed)
+Nerves drawNerves(int fine, int seed)
 {
-    Glow glow(fine);
-    Random random(static_cast<unsigned>(seed));
-    for (int i = 0; i < kNerves; ++i) {
-        const float side = 2.0F * static_cast<float>(i) / (kNerves - 1) - 1.0F;
-        const Nerve nerve{side, random.between(0.7F, 1.0F), seed + i};
-        drawRise(nerve, glow);
-        drawCutEnd(nerve, glow, random);
-        drawFan(nerve, glow, random);
+    constexpr float kDegree = kFullTurn / 360.0F;
+    Tree tree(fine, seed);
+    for (const auto& [place, angle, aim, light, width, length, branches] : kRoots) {
+        tree.grow({place, angle * kDegree, aim * kDegree, light, width, length}, branches);
     }
-    return glow.picture();
+    return tree.nerves();
 }
 
 } // namespace brain

@@ -1,12 +1,17 @@
-// Nerves: threads of light that rise in the stem, fan out into the lobes and end in sparks, and
-// that fray where the stem has been cut.
+// Nerves: a trunk and threads that hang from under the brain or rise behind it, branch, and end in
+// cells. They run out toward the picture's borders and fade to nothing there.
 #pragma once
 
 #include "art/pictures/kit/picture.h"
 
 namespace brain {
 
-// How bright they are, on a picture that is `fine` times as large as the finished one.
-GreyPicture drawNerves(int fine, int seed);
+struct Nerves {
+    GreyPicture cold;
+    GreyPicture warm; // the few cells that are at work
+};
+
+// How bright they are, on a picture that is `fine` times as large as the scene shows it.
+Nerves drawNerves(int fine, int seed);
 
 } // namespace brain

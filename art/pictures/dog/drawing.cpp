@@ -16,7 +16,7 @@ namespace {
 // What is too bright turns to a warm white.
 glm::vec3 withoutGlare(glm::vec3 light)
 {
-    const glm::vec3 white(1.0F, 0.90F, 0.68F);
+    const glm::vec3 white(1.0F, 0.86F, 0.58F);
     const float bright = glm::max(1.0F, brightest(light));
     return glm::mix(white, light / bright, 1.0F / bright);
 }
@@ -49,10 +49,9 @@ void Drawing::setColour(glm::vec3 colour, float cover)
     cairo_set_source_rgba(pen(), c.r, c.g, c.b, cover);
 }
 
-void Drawing::fillPixel(int x, int y)
+void Drawing::fillSquare(glm::dvec2 corner, double size)
 {
-    const double size = 1.0 / finer_;
-    cairo_rectangle(pen(), x * size, y * size, size, size);
+    cairo_rectangle(pen(), corner.x, corner.y, size, size);
     cairo_fill(pen());
 }
 
@@ -95,7 +94,7 @@ void Drawing::addHair(const std::vector<glm::vec2>& joints, float width)
     cairo_close_path(pen());
 }
 
-Picture Drawing::picture() const
+Picture Drawing::picture(int unit) const
 {
     cairo_surface_flush(surface_.get());
     const unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
@@ -105,7 +104,7 @@ Picture Drawing::picture() const
         const unsigned char* pixel = bytes + y * stride + std::ptrdiff_t{x} * 4;
         return glm::vec4(pixel[2], pixel[1], pixel[0], 255); // blue comes first
     });
-    Picture picture = fine.shrunk(finer_);
+    Picture picture = fine.shrunk(finer_ / unit);
     picture.fill([&](int x, int y) { return picture.at(x, y) / 255.0F; });
     return picture;
 }

@@ -22,8 +22,7 @@ public:
     // The colour of what is drawn next; `cover` is its opacity, 0 to 1.
     void setColour(glm::vec3 colour, float cover = 1.0F);
 
-    // One of the sheet's own, fine pixels.
-    void fillPixel(int x, int y);
+    void fillSquare(glm::dvec2 corner, double size);
 
     void fillDisc(glm::dvec2 middle, double radius, glm::vec3 colour, float cover = 1.0F);
 
@@ -32,8 +31,8 @@ public:
     void fillHair(const std::vector<glm::vec2>& joints, float width, glm::vec3 root, glm::vec3 tip,
                   float cover = 1.0F);
 
-    // The drawing, scaled down.
-    [[nodiscard]] Picture picture() const;
+    // The drawing, scaled down until a unit is this many pixels wide.
+    [[nodiscard]] Picture picture(int unit = 1) const;
 
 private:
     void addHair(const std::vector<glm::vec2>& joints, float width);

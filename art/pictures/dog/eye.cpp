@@ -12,16 +12,16 @@ namespace dog {
 
 namespace {
 
-constexpr double kEyeSize = 1.7;
+constexpr double kEyeSize = 1.5;
 constexpr double kIrisRadius = 10.8;
 constexpr double kPupil = 5.2; // radius
 const std::vector<glm::vec2> kUpperLid = {
     {-15.5F, 5.5F },
     {-11.0F, -2.2F},
-    {-5.0F,  -7.0F},
-    {1.0F,   -7.6F},
-    {8.0F,   -4.6F},
-    {13.0F,  0.2F },
+    {-5.0F,  -6.0F},
+    {1.0F,   -6.6F},
+    {8.0F,   -4.0F},
+    {13.0F,  0.7F },
     {17.0F,  4.6F },
 };
 const std::vector<glm::vec2> kLowerLid = {
@@ -38,7 +38,7 @@ void addAlmond(Drawing& drawing, double size)
 {
     cairo_t* pen = drawing.pen();
     cairo_move_to(pen, -14.5 * size, 4.5 * size);
-    cairo_curve_to(pen, -10 * size, -10.5 * size, 3 * size, -11 * size, 14.5 * size, 1.5 * size);
+    cairo_curve_to(pen, -10 * size, -9.2 * size, 3 * size, -9.8 * size, 14.5 * size, 2.2 * size);
     cairo_curve_to(pen, 9 * size, 10.5 * size, -6 * size, 12 * size, -14.5 * size, 4.5 * size);
     cairo_close_path(pen);
 }
@@ -79,7 +79,7 @@ void drawFibres(Drawing& drawing, glm::dvec2 middle)
 void drawRim(Drawing& drawing)
 {
     for (int lid = 0; lid < 6; ++lid) {
-        addAlmond(drawing, 1.22 - 0.035 * lid);
+        addAlmond(drawing, 1.22 - 0.04 * lid);
         drawing.setColour(0.3F * kLeather, 0.35F);
         cairo_fill(drawing.pen());
     }
@@ -88,10 +88,23 @@ void drawRim(Drawing& drawing)
 void drawShadowOfUpperLid(Drawing& drawing)
 {
     for (int shadow = 0; shadow < 6; ++shadow) {
-        cairo_rectangle(drawing.pen(), -20, -20, 40, 12.5 + 1.3 * shadow);
+        cairo_rectangle(drawing.pen(), -20, -20, 40, 13.5 + 1.5 * shadow);
         drawing.setColour(glm::vec3(0.0F), 0.13F);
         cairo_fill(drawing.pen());
     }
+}
+
+// An old dog's iris is dark, and its pupil wide: only below does the amber still burn.
+void drawDepth(Drawing& drawing, glm::dvec2 middle)
+{
+    constexpr int kLayers = 9;
+    drawing.fillDisc(middle + glm::dvec2(0.6, 2.0), 9.2, colour(0xffc058), 0.75F);
+    for (int layer = 0; layer < kLayers; ++layer) {
+        const double t = static_cast<double>(layer) / (kLayers - 1);
+        drawing.fillDisc(middle - glm::dvec2(0.6, 2.6) * (1.0 - t), 11.5 - 4.7 * t,
+                         colour(0x1c0802), 0.09F);
+    }
+    drawing.fillDisc(middle, 6.2, glm::vec3(0.0F), 0.85F);
 }
 
 // What lies between the lids. The iris looks the same way in both eyes, which mirror each other.
@@ -105,6 +118,7 @@ void drawEyeball(Drawing& drawing, float side)
     drawing.fillDisc({0, 0}, 30, colour(0x3a1c0e));
     cairo_scale(pen, side, 1);
     drawIris(drawing, kGaze);
+    drawDepth(drawing, kGaze);
     cairo_scale(pen, side, 1);
     drawShadowOfUpperLid(drawing);
     cairo_restore(pen);
@@ -113,8 +127,8 @@ void drawEyeball(Drawing& drawing, float side)
 // A dark line along the upper lid, and the wet rim of the lower one.
 void drawLids(Drawing& drawing)
 {
-    drawing.fillHair(kUpperLid, 3.2F, glm::vec3(0.0F), glm::vec3(0.0F));
-    drawing.fillHair(kLowerLid, 2.2F, colour(0xe8a860), colour(0xffe0b0));
+    drawing.fillHair(kUpperLid, 3.2F, glm::vec3(0.0F), glm::vec3(0.0F), 0.8F);
+    drawing.fillHair(kLowerLid, 1.5F, colour(0xb07840), colour(0xf0c890), 0.8F);
 }
 
 } // namespace
@@ -131,13 +145,14 @@ void drawEye(Drawing& drawing, glm::dvec2 middle, float side)
     cairo_t* pen = drawing.pen();
     cairo_save(pen);
     cairo_translate(pen, middle.x, middle.y);
-    cairo_rotate(pen, kHeadTilt + side * 0.20);
+    cairo_rotate(pen, kHeadTilt + side * 0.25);
     cairo_scale(pen, side * kEyeSize, kEyeSize);
     drawRim(drawing);
     drawEyeball(drawing, side);
     drawLids(drawing);
     cairo_scale(pen, side, 1);
-    drawing.fillDisc({-3.6, -3.4}, 2.8, colour(0xfffaf0)); // the light's reflection
+    drawing.fillDisc({-3.4, -2.6}, 2.2, colour(0xfff4dc)); // the lamp's reflection
+    drawing.fillDisc({3.4, 4.4}, 1.0, colour(0xffd890), 0.7F);
     cairo_restore(pen);
 }
 

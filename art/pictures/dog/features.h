@@ -1,14 +1,11 @@
-// What is drawn into the dog's face line by line: nostrils, mouth and whiskers. Its eyes are in
-// eye.h.
+// What is drawn into the dog's face line by line: nostrils and whiskers. Its eyes are in eye.h; its
+// mouth is nothing but fur.
 #pragma once
 
 #include "art/pictures/dog/drawing.h"
 #include "art/pictures/dog/view.h"
 
 namespace dog {
-
-// The line from the nose to the lips, and where these meet. `width` is in pixels.
-void drawMouth(const View& view, Drawing& drawing, double width);
 
 // Side -1 is on the viewer's left, 1 on the right.
 void drawNostril(const View& view, Drawing& drawing, float side);

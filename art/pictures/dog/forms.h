@@ -12,10 +12,11 @@
 
 namespace dog {
 
-inline const glm::vec3 kCream = colour(0xd0aa7c);
-inline const glm::vec3 kTan = colour(0xac5e26);
-inline const glm::vec3 kRust = colour(0x763816);
-inline const glm::vec3 kLeather = colour(0x140b07);
+inline const glm::vec3 kCream = colour(0xd29a58);
+inline const glm::vec3 kGrey = colour(0xdfc192); // what has gone grey with age
+inline const glm::vec3 kTan = colour(0xac6428);
+inline const glm::vec3 kRust = colour(0x6c3c14);
+inline const glm::vec3 kLeather = colour(0x190b06);
 
 inline constexpr float kHeadTurn = -0.17F; // radians, toward the light on the viewer's left
 inline constexpr float kHeadTilt = 0.12F;  // radians, clockwise
@@ -23,8 +24,8 @@ inline constexpr float kHeadBow = 0.03F;   // radians, the nose down
 
 // Places in the head's space; of what there are two of, the one on the viewer's right.
 inline constexpr glm::vec3 kMuzzle{0.0F, -0.34F, 0.72F}; // deep inside it
-inline constexpr glm::vec3 kNoseTip{0.0F, -0.16F, 1.07F};
-inline constexpr glm::vec3 kEye{0.25F, 0.13F, 0.42F};
+inline constexpr glm::vec3 kNoseTip{0.0F, -0.14F, 1.07F};
+inline constexpr glm::vec3 kEye{0.245F, 0.12F, 0.42F};
 
 // Stands for a groom that leads away from kMuzzle, as fur on the face grows.
 inline constexpr glm::vec3 kFromMuzzle{0.0F, 0.0F, 0.0F};
@@ -49,12 +50,15 @@ struct Form {
 std::span<const Form> headForms();
 std::span<const Form> bodyForms();
 
+// Both ears, in the head's space: no dog carries them alike.
+std::span<const Form> earForms();
+
 // What is pressed into the head; nothing grows on these.
 std::span<const Form> headHollows();
 
-// The colour of a coat with its markings: a dark crown, a blaze that widens over the muzzle, bright
-// spots over and under the eyes, dark eyelids, bright edges on the ears. `head` is a place in the
-// head's space.
+// The colour of a coat with its markings: a dark crown, a blaze that widens over the muzzle and has
+// gone grey, grey spots over and under the eyes, dark eyelids. `head` is a place in the head's
+// space.
 glm::vec3 marked(glm::vec3 coat, glm::vec3 head);
 
 } // namespace dog

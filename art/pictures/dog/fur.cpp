@@ -21,9 +21,9 @@ constexpr unsigned kSeed = 1957;
 
 // Hairs close up into locks, and locks stand in tufts; sizes are in units of the dog's space.
 constexpr float kTuft = 0.22F;
-constexpr float kLongLock = 0.10F;
-constexpr float kLock = 0.065F;
-constexpr float kShortLock = 0.035F;
+constexpr float kLongLock = 0.13F;
+constexpr float kLock = 0.10F;
+constexpr float kShortLock = 0.06F;
 
 float lockSize(const Coat& coat)
 {
@@ -43,6 +43,22 @@ glm::vec2 anywhere(Random& random)
 {
     const float y = random.next() * kHeight;
     return {random.next() * kWidth, y};
+}
+
+// How near a place lies to the dog's outline: 0 to 1. There the fur is long, fine and stands off;
+// within, fine lines would be lost among those of the ground, and locks are broad and calm.
+float edgeAt(const Surface& surface)
+{
+    const float facing = glm::dot(surface.normal, glm::normalize(kViewer - surface.place));
+    return softStep(0.55F, 0.15F, facing);
+}
+
+// How much there is of the fur at a place: the crown dissolves into the dark.
+float presenceAt(const View& view, const Surface& surface)
+{
+    const glm::vec3 head = view.solid().toHead(surface.place);
+    const float aside = glm::min(0.36F, glm::abs(head.x));
+    return softStep(0.58F, 0.30F, head.y + 1.1F * aside * aside);
 }
 
 // Where a hair grows.
@@ -84,6 +100,7 @@ struct Hair {
     const Surface& surface;
     Lock tuft;
     float shag;
+    float edge;
     glm::vec3 aside; // along the surface, across the hair
     float offMiddle; // how far aside of its lock's middle it grows
     float across;    // the same as a share of the lock: -1 to 1
@@ -97,6 +114,7 @@ Hair hairAt(const Root& root, const Surface& surface)
             .surface = surface,
             .tuft = lockAt(surface.place, kTuft, 2),
             .shag = shagOf(surface.coat),
+            .edge = edgeAt(surface),
             .aside = aside,
             .offMiddle = offMiddle,
             .across = glm::clamp(2.0F * offMiddle / root.lockSize, -1.0F, 1.0F)};
@@ -107,10 +125,10 @@ glm::vec3 headingOf(const Hair& hair, Random& random)
 {
     const float tuftLean = unit(hair.tuft.number << 5U) - 0.5F;
     const float lockLean = unit(hair.root.lock.number << 5U) - 0.5F;
-    const float lean =
-        hair.shag * (0.9F * tuftLean + 0.7F * lockLean) + random.between(-0.12F, 0.12F);
+    const float lean = hair.shag * (0.9F * tuftLean + 0.7F * lockLean) +
+                       (1.0F + 3.0F * hair.edge) * random.between(-0.12F, 0.12F);
     return glm::normalize(hair.surface.coat.groom + hair.aside * lean +
-                          hair.surface.normal * (0.05F + 0.16F * hair.shag));
+                          hair.surface.normal * (0.05F + 0.16F * hair.shag + 0.35F * hair.edge));
 }
 
 // The direction that a hair's side faces: locks are round, and so are tufts.
@@ -120,7 +138,7 @@ glm::vec3 normalOf(const Hair& hair)
         2.0F * glm::dot(hair.surface.place - hair.tuft.middle, hair.aside) / kTuft, -1.0F, 1.0F);
     return glm::normalize(
         hair.surface.normal +
-        hair.aside * ((0.25F + 0.6F * hair.shag) * hair.across + 0.5F * hair.shag * acrossTuft));
+        hair.aside * ((0.25F + 0.6F * hair.shag) * hair.across + 0.3F * hair.shag * acrossTuft));
 }
 
 // A hair's joints on the picture: it closes in on the middle of its lock, sinks and curls.
@@ -128,15 +146,16 @@ std::vector<glm::vec2> jointsOf(const Hair& hair, glm::vec3 heading, Random& ran
 {
     const Surface& surface = hair.surface;
     const std::uint32_t number = hair.root.lock.number;
-    const float ownLength =
-        surface.coat.length * random.between(0.65F, 1.2F) * (0.75F + 0.5F * unit(number << 9U));
+    const float ownLength = surface.coat.length * (1.0F + 0.6F * hair.edge) *
+                            random.between(0.65F, 1.2F) * (0.75F + 0.5F * unit(number << 9U));
     const float step = ownLength / kScale / static_cast<float>(kJoints - 1);
     const float curl = 0.5F * hair.shag * (unit(number << 13U) - 0.5F);
     std::vector<glm::vec2> joints;
     glm::vec3 place = surface.place;
     for (int i = 0; i < kJoints; ++i) {
         const float t = static_cast<float>(i) / (kJoints - 1);
-        const glm::vec3 gathered = place - hair.aside * (0.8F * hair.offMiddle * t * (2.0F - t));
+        const glm::vec3 gathered =
+            place - hair.aside * ((0.8F - 0.4F * hair.edge) * hair.offMiddle * t * (2.0F - t));
         joints.push_back(hair.root.place + onPicture(gathered) - onPicture(surface.place));
         heading = glm::normalize(heading + glm::vec3(0.0F, -0.10F, 0.0F) * hair.shag +
                                  hair.aside * (curl * (t - 0.3F)));
@@ -159,10 +178,11 @@ glm::vec3 strayColour(const View& view, glm::vec2 place, Random& random)
 // The light on a hair: a lock is deep, and so dark, at its sides.
 glm::vec3 lightOf(const Hair& hair, glm::vec3 heading, const View& view, Random& random)
 {
-    const float lockShade = 0.8F + 0.4F * unit(hair.root.lock.number << 3U);
-    const float ownShade = random.between(0.68F, 1.3F);
+    const float lockShade = 0.88F + 0.24F * unit(hair.root.lock.number << 3U);
+    const float uneven = 0.14F + 0.26F * hair.edge;
+    const float ownShade = 0.95F + uneven * random.between(-1.0F, 1.0F);
     const glm::vec3 shade = strayColour(view, hair.root.place, random) * ownShade * lockShade;
-    const float deep = 1.0F - 0.62F * hair.across * hair.across * glm::min(1.0F, 0.25F + hair.shag);
+    const float deep = 1.0F - 0.48F * hair.across * hair.across * glm::min(1.0F, 0.4F + hair.shag);
     return lightOnFur(hair.surface, normalOf(hair), heading, shade) * deep;
 }
 
@@ -171,9 +191,11 @@ void drawHair(const Root& root, const View& view, Drawing& drawing, Random& rand
     const Hair hair = hairAt(root, view.at(root.place));
     const glm::vec3 heading = headingOf(hair, random);
     const std::vector<glm::vec2> joints = jointsOf(hair, heading, random);
-    const glm::vec3 light = lightOf(hair, heading, view, random);
-    drawing.fillHair(joints, 0.9F + 0.35F * hair.shag,
-                     (0.6F - 0.35F * glm::min(1.0F, hair.shag)) * light, 1.1F * light, 0.85F);
+    const float presence = presenceAt(view, hair.surface);
+    const glm::vec3 light = lightOf(hair, heading, view, random) * (0.2F + 0.8F * presence);
+    drawing.fillHair(joints, glm::mix(1.5F + 0.5F * hair.shag, 0.6F, hair.edge),
+                     (0.8F - 0.35F * glm::min(1.0F, hair.shag)) * light, 1.1F * light,
+                     0.85F * presence * presence);
 }
 
 } // namespace
@@ -192,8 +214,9 @@ void drawSkin(const View& view, Drawing& drawing)
                 0.4F * lightOnFur(surface, surface.normal, coat.groom, coat.colour);
             const glm::vec3 nose = lightOnNose(surface, view.solid().toHead(surface.place));
             drawing.setColour(glm::mix(fur, nose * softStep(0.35F, 0.6F, coat.bare),
-                                       softStep(0.38F, 0.42F, coat.bare)));
-            drawing.fillPixel(x, y);
+                                       softStep(0.38F, 0.42F, coat.bare)),
+                              presenceAt(view, surface) * (1.0F - 0.9F * edgeAt(surface)));
+            drawing.fillSquare(glm::dvec2(x, y) / double{kFiner}, 1.0 / kFiner);
         }
     }
 }
@@ -215,7 +238,7 @@ Picture flowOfFur(const View& view)
     constexpr int kLines = 6000;
     constexpr std::size_t kLongest = 9; // joints
     constexpr float kStep = 0.016F;     // in the dog's space
-    Drawing flow(kWidth, kHeight, kFiner);
+    Drawing flow(kWidth, kHeight, 2 * kFiner);
     Random random(kSeed);
     for (int i = 0; i < kLines; ++i) {
         glm::vec2 place = anywhere(random);

@@ -1,5 +1,5 @@
-// How light falls on the dog: a warm key light from the upper left, a rim light from behind on the
-// right, and little between.
+// How light falls on the dog: a warm key light from the upper left, rim lights from behind, the
+// strongest on the right, and little between.
 #pragma once
 
 #include "art/pictures/dog/view.h"

@@ -45,23 +45,28 @@ float molten(float one, float other, float melt)
 } // namespace
 
 Solid::Solid()
-    : forms_(placed(headForms(), true)), hollows_(placed(headHollows(), true)),
+    : forms_(withMirrorImages(headForms(), true)), hollows_(withMirrorImages(headHollows(), true)),
       headAxes_(turned({kHeadBow, kHeadTurn, -kHeadTilt}))
 {
-    const std::vector<Placed> body = placed(bodyForms(), false);
+    for (const Form& ear : earForms()) {
+        forms_.push_back(placed(ear, true));
+    }
+    const std::vector<Placed> body = withMirrorImages(bodyForms(), false);
     forms_.insert(forms_.end(), body.begin(), body.end());
 }
 
-std::vector<Solid::Placed> Solid::placed(std::span<const Form> forms, bool inHead)
+Solid::Placed Solid::placed(const Form& form, bool inHead)
+{
+    return {form, glm::transpose(turned(form.turn)), inHead};
+}
+
+std::vector<Solid::Placed> Solid::withMirrorImages(std::span<const Form> forms, bool inHead)
 {
     std::vector<Placed> all;
-    const auto add = [&](const Form& form) {
-        all.push_back({form, glm::transpose(turned(form.turn)), inHead});
-    };
     for (const Form& form : forms) {
-        add(form);
+        all.push_back(placed(form, inHead));
         if (form.centre.x != 0.0F) {
-            add(mirrored(form));
+            all.push_back(placed(mirrored(form), inHead));
         }
     }
     return all;

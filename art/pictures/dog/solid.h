@@ -47,7 +47,8 @@ private:
         glm::vec3 head;
     };
 
-    static std::vector<Placed> placed(std::span<const Form> forms, bool inHead);
+    static Placed placed(const Form& form, bool inHead);
+    static std::vector<Placed> withMirrorImages(std::span<const Form> forms, bool inHead);
     static float distanceTo(const Placed& placed, const Place& place);
     [[nodiscard]] Place placeOf(glm::vec3 position) const { return {position, toHead(position)}; }
 

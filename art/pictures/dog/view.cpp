@@ -4,7 +4,7 @@ namespace dog {
 
 namespace {
 
-constexpr glm::vec2 kMiddle{271.0F, 109.5F}; // of the view, on the picture
+constexpr glm::vec2 kMiddle{288.0F, 116.0F}; // of the view, on the picture
 constexpr float kFarthest = 9.0F;
 
 // Follows the ray from the viewer through a place on the picture until it meets the solid.

@@ -13,9 +13,9 @@ namespace dog {
 
 inline constexpr int kWidth = 512;
 inline constexpr int kHeight = 256;
-inline constexpr int kFiner = 2; // seen and drawn this much larger, then averaged
+inline constexpr int kFiner = 2; // the finished picture is this much larger, and so is the view
 
-inline constexpr float kScale = 149.0F; // pixels to a unit, at z = 0
+inline constexpr float kScale = 172.0F; // pixels to a unit, at z = 0
 inline constexpr glm::vec3 kViewer{0.0F, 0.1F, 6.5F};
 inline const glm::vec3 kKeyLight = glm::normalize(glm::vec3(-0.58F, 0.62F, 0.58F)); // toward it
 

@@ -33,6 +33,7 @@ constexpr std::array kMountains = {
     Mountain{{-9.0F, 48.0F},   5.0F,  7.0F },
     Mountain{{15.0F, 52.0F},   16.0F, 11.0F},
     Mountain{{-34.0F, 74.0F},  11.0F, 18.0F},
+    Mountain{{-56.0F, 66.0F},  9.0F,  13.0F},
     Mountain{{2.0F, 80.0F},    8.5F,  11.0F},
     Mountain{{26.0F, 98.0F},   19.0F, 22.0F},
     Mountain{{-16.0F, 112.0F}, 17.0F, 17.0F},
@@ -92,7 +93,7 @@ glm::vec3 normalOfLand(const GreyPicture& rays, int x, int step)
     const float slopeAcross =
         (rays.at(right, step) - rays.at(left, step)) / (across * static_cast<float>(right - left));
     const float along = distanceOf(behind) - distanceOf(before);
-    const float aside = (static_cast<float>(x) * kScreenPerPixel.x - kScreen.x / 2) / kFocalLength;
+    const float aside = (static_cast<float>(x) * kScreenPerPixel.x - kAhead) / kFocalLength;
     const float slopeAlong =
         (rays.at(x, behind) - rays.at(x, before)) / along - slopeAcross * aside;
     return glm::normalize(glm::vec3(-slopeAcross, 1.0F, -slopeAlong));
@@ -151,7 +152,7 @@ void lookAlong(const GreyPicture& rays, int x, Sights& sights)
 
 glm::vec2 groundAt(float screenX, float distance)
 {
-    return {(screenX - kScreen.x / 2) / kFocalLength * distance, distance};
+    return {(screenX - kAhead) / kFocalLength * distance, distance};
 }
 
 Sights lookOverLand()

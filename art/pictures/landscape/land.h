@@ -22,6 +22,7 @@ inline constexpr glm::vec2 kScreen(kViewWidth, kViewHeight);
 inline constexpr glm::vec2 kScreenPerPixel = kScreen / glm::vec2(kFineWidth, kFineHeight);
 inline constexpr float kFocalLength = 430.0F;
 inline constexpr float kHorizon = 178.0F;
+inline constexpr float kAhead = 437.0F;   // the column of the screen that looks straight ahead
 inline constexpr float kEyeHeight = 3.4F; // over the lake, which is at height 0
 
 // The place on the ground that is seen at a distance in a column of the screen.

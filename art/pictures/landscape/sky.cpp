@@ -12,9 +12,10 @@ namespace landscape {
 
 namespace {
 
-const glm::vec3 kMareColour = colour(0x7d939c);
-constexpr float kMoonRadius = 25.0F;
-constexpr float kHaloRadius = 96.0F;
+constexpr float kMoonRadius = 45.0F;
+constexpr float kHaloRadius = 132.0F;
+const glm::vec2 kJewel = glm::normalize(glm::vec2(-0.80F, -0.60F)); // from the moon's middle
+const glm::vec3 kCorona = colour(0xb4d2d6);
 constexpr glm::vec2 kTitleMiddle(240.0F, 120.0F); // VELMORANT over bright fog
 
 // Moves the clouds so that a veil of them lies over the moon's lower part.
@@ -26,63 +27,85 @@ float cloudAt(glm::vec2 screen)
 {
     const glm::ivec2 period(16, 16);
     const float height = glm::max(0.0F, kHorizon - screen.y) + 26.0F;
-    const glm::vec2 sheet((screen.x - kScreen.x / 2) / height * 2.2F, 420.0F / height);
+    const glm::vec2 sheet((screen.x - kAhead) / height * 2.2F, 420.0F / height);
     const float bend = fractalNoise(sheet * 0.6F + 32.0F, period, 2, 61);
     const glm::vec2 bent = sheet * glm::vec2(1.0F, 1.7F) + glm::vec2(1.1F, 0.5F) * bend;
     return softStep(-0.22F, 0.40F, fractalNoise(bent + kWind, period, 5, 71));
 }
 
-// Right of the moon the sky is clear: a few stars over faint lines of equal pressure, the land's
-// contours once more.
-glm::vec3 clearSkyAt(glm::vec2 screen)
+// At both sides the sky is clear enough for a few stars.
+glm::vec3 starsAt(glm::vec2 screen)
 {
-    const glm::ivec2 period(64, 64);
-    const auto pressure = [&](glm::vec2 place) {
-        return fractalNoise(place / glm::vec2(120.0F, 64.0F) + 20.0F, period, 2, 101);
-    };
-    const float here = pressure(screen);
-    const glm::vec2 change(pressure(screen + glm::vec2(0.5F, 0.0F)) - here,
-                           pressure(screen + glm::vec2(0.0F, 0.5F)) - here);
-    const float line = contour(here, 0.09F, 2.0F * glm::length(change));
-
     constexpr float kStarCell = 17.0F;
-    const CellDistance star = cellDistance(screen / kStarCell, period, 1.0F, 103);
+    const CellDistance star = cellDistance(screen / kStarCell, {64, 64}, 1.0F, 103);
     const float size = unit(star.number) > 0.72F ? 0.45F + 0.5F * unit(star.number << 9U) : 0.0F;
     const float shine = softStep(size + 0.3F, 0.2F, star.nearest * kStarCell) * size;
-
-    const float clear = softStep(390.0F, 480.0F, screen.x) * softStep(140.0F, 70.0F, screen.y);
-    return clear * (0.11F * line * kFog[3] + 0.55F * shine * kFog[4]);
+    const float clear =
+        softStep(130.0F, 200.0F, std::fabs(screen.x - kMoon.x)) * softStep(120.0F, 40.0F, screen.y);
+    return 0.55F * clear * shine * kFog[4];
 }
 
-// The moon's face: dark plains, a few bright craters with rays, a darker limb.
+// The moon's night side: the earth's light on its plains, hardly to be seen.
 glm::vec3 moonFace(glm::vec2 way)
 {
     const glm::ivec2 period(32, 32);
     const glm::vec2 flat = way / kMoonRadius;
     const float facing = std::sqrt(glm::max(0.0F, 1.0F - glm::dot(flat, flat)));
     const glm::vec2 round = flat / (0.55F + 0.45F * facing); // toward the limb places crowd
-    const float plains = fractalNoise(round * 1.5F + 18.65F, period, 2, 81);
-    const float mare = softStep(-0.06F, 0.20F, plains + 0.10F * flat.x - 0.12F * flat.y);
-    const float rough = fractalNoise(round * 5.0F + 8.0F, period, 4, 91);
-    glm::vec3 face = glm::mix(kMoonColour, kMareColour, 0.75F * mare);
-    face *= 1.0F + 0.22F * rough;
-    constexpr std::array kCraters = {glm::vec2(-0.12F, 0.66F), glm::vec2(-0.42F, -0.1F),
-                                     glm::vec2(0.45F, 0.25F)};
-    for (const glm::vec2 crater : kCraters) {
-        const glm::vec2 from = flat - crater;
-        const float away = glm::length(from);
-        const float rays =
-            0.5F +
-            0.5F * noise(glm::vec2(angleOf(from.x, from.y) * 2.2F + 16.0F, 0.5F), period, 95);
-        face += kMoonColour * (0.30F * rays * exponential(-away / 0.13F));
+    const float plains = fractalNoise(round * 1.5F + 18.65F, period, 4, 81);
+    return kFog[0] * 0.75F + kFog[2] * (0.13F * softStep(-0.35F, 0.35F, plains));
+}
+
+// A streamer of the corona.
+struct Streamer {
+    glm::vec2 way; // its direction
+    float width;   // as a share of a right angle
+    float length;  // pixels, in which it fades
+    float light;
+};
+const std::array kStreamers = {
+    Streamer{glm::normalize(glm::vec2(-0.95F, -0.30F)), 0.34F, 62.0F, 0.50F},
+    Streamer{glm::normalize(glm::vec2(0.90F,  0.44F)),  0.32F, 58.0F, 0.50F},
+    Streamer{glm::normalize(glm::vec2(0.80F,  -0.60F)), 0.22F, 46.0F, 0.38F},
+    Streamer{glm::normalize(glm::vec2(-0.70F, 0.71F)),  0.24F, 40.0F, 0.36F},
+    Streamer{glm::normalize(glm::vec2(-0.15F, -0.99F)), 0.20F, 30.0F, 0.26F},
+    Streamer{glm::normalize(glm::vec2(0.25F,  0.97F)),  0.20F, 30.0F, 0.26F},
+};
+
+// The corona: a glow, streamers that narrow on their way out, and fine rays in all of it. `off` is
+// how far away the moon's limb is.
+float coronaAt(glm::vec2 way, float off)
+{
+    const glm::ivec2 period(90, 64);
+    const glm::vec2 out = way / glm::max(1.0F, glm::length(way));
+    float light = 0.50F * exponential(-off / 7.0F) + 0.27F * exponential(-off / 34.0F);
+    for (const Streamer& streamer : kStreamers) {
+        const float aside = (1.0F - glm::dot(out, streamer.way)) /
+                            (streamer.width * streamer.width * (0.35F + 6.0F / (off + 9.0F)));
+        light += streamer.light * exponential(-aside) * exponential(-off / streamer.length);
     }
-    return face * (0.57F + 0.23F * facing);
+    const float turn = angleOf(way.x, way.y) / kFullTurn;
+    const float rays = fractalNoise({turn * 90.0F, 0.012F * off}, period, 2, 95);
+    return light * (1.0F + 0.55F * rays * softStep(0.0F, 14.0F, off));
+}
+
+// The sun's last light, over the moon's edge: a ring, and where the edge is lowest, a jewel.
+float ringAt(glm::vec2 way, float away)
+{
+    const float off = (away - kMoonRadius - 0.6F) / 1.15F;
+    const glm::vec2 out = way / glm::max(1.0F, away);
+    const float toJewel = 1.0F - glm::dot(out, kJewel);
+    const float ring = exponential(-off * off) * (0.34F + 0.9F * exponential(-toJewel / 0.16F));
+    const float fromJewel = glm::length(way - (kMoonRadius + 0.8F) * kJewel);
+    return ring + 1.3F * exponential(-fromJewel * fromJewel / 14.0F) +
+           0.5F * exponential(-fromJewel / 11.0F);
 }
 
 // Clear air is dark above and pale at the horizon. `height` is 1 at the top, 0 at the horizon.
 glm::vec3 clearAir(float air, float height)
 {
-    return ramp(kFog, air * (0.95F * exponential(-3.0F * height)) + 0.05F);
+    return ramp(kFog, 0.95F * air * exponential(-3.0F * height) +
+                          0.15F * exponential(-5.0F * height) + 0.05F);
 }
 
 // Thin cloud shines with what comes through it; thick cloud only hides. `off` is how far away the
@@ -107,8 +130,8 @@ float haloAt(glm::vec2 screen, float away)
 
 float airlight(glm::vec2 screen)
 {
-    const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 95.0F : 130.0F);
-    return 0.16F + 0.84F * exponential(-aside * aside);
+    const float aside = (screen.x - kMoon.x) / (screen.x < kMoon.x ? 105.0F : 115.0F);
+    return 0.19F + 0.81F * exponential(-aside * aside);
 }
 
 float hush(glm::vec2 screen)
@@ -133,16 +156,13 @@ glm::vec3 skyAt(glm::vec2 screen)
     const float air = airlight(screen);
     glm::vec3 sky = clearAir(air, height);
 
-    // The corona lies close around the moon.
     const float off = glm::max(0.0F, away - kMoonRadius);
-    const float corona = 0.55F * exponential(-off / 7.0F) + 0.34F * exponential(-off / 42.0F);
-    sky += kFog[3] * (0.55F * corona);
-
-    const float disc = softStep(kMoonRadius + 0.6F, kMoonRadius - 0.6F, away);
-    sky = glm::mix(sky, moonFace(way), disc);
+    const float disc = softStep(kMoonRadius + 0.7F, kMoonRadius - 0.7F, away);
+    sky += kCorona * (coronaAt(way, off) * (1.0F - 0.45F * cloud));
     sky = glm::mix(sky, litCloud(cloud, air, height, off),
-                   glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F));
-    sky += clearSkyAt(screen) * (1.0F - 0.7F * cloud);
+                   glm::clamp(1.05F * cloud - 0.08F, 0.0F, 0.86F) * softStep(-4.0F, 60.0F, off));
+    sky = glm::mix(sky, moonFace(way), disc) + kMoonColour * ringAt(way, away);
+    sky += starsAt(screen) * (1.0F - 0.7F * cloud) * (1.0F - disc);
     return sky + kFog[3] * haloAt(screen, away);
 }
 

@@ -1,5 +1,5 @@
-// The landscape's night: a full moon behind thin clouds that it lights from the back, its corona
-// and a broken halo. Places are on the screen.
+// The landscape's night at noon: the moon before the sun, whose corona stands around it and lights
+// thin clouds from the back. Places are on the screen.
 #pragma once
 
 #include "art/pictures/kit/lighting.h"
@@ -13,7 +13,7 @@ namespace landscape {
 inline const std::array kFog = {colour(0x0a1118), colour(0x16242f), colour(0x35525f),
                                 colour(0x86a9b0), colour(0xc9dcda)};
 inline const glm::vec3 kMoonColour = colour(0xeef3ec);
-inline constexpr glm::vec2 kMoon(287.0F, 58.0F); // its middle
+inline constexpr glm::vec2 kMoon(400.0F, 80.0F); // its middle
 
 // How much light hangs in the air: near the moon, and hardly at the sides.
 float airlight(glm::vec2 screen);

@@ -15,9 +15,9 @@ namespace {
 
 constexpr float kMerging = 11.0F; // how softly rings of two hearts join
 
-// Good and bad years come in groups. Nothing is narrower than the warp can shrink: three texels.
-constexpr std::array kBroadYears{15.0F, 24.0F}; // pixels
-constexpr std::array kNarrowYears{9.5F, 12.0F};
+// Good and bad years come in groups. Nothing is so narrow that the warp makes a moire of it.
+constexpr std::array kBroadYears{22.0F, 36.0F}; // pixels
+constexpr std::array kNarrowYears{12.0F, 16.0F};
 
 // The growth among the first hearts only, as many as there are `heads`.
 Growth growthAmong(std::span<const float> heads, glm::vec2 place)
@@ -52,8 +52,8 @@ Growth growthAmong(std::span<const float> heads, glm::vec2 place)
 float growGroup(bool areBroad, float age, Random& random, std::vector<Year>& years)
 {
     const auto& widths = areBroad ? kBroadYears : kNarrowYears;
-    const int count = static_cast<int>(areBroad ? random.between(2, 5) : random.between(4, 7));
-    const float paleness = areBroad ? random.between(0.08F, 0.2F) : random.between(-0.18F, 0.0F);
+    const int count = static_cast<int>(areBroad ? random.between(1, 4) : random.between(3, 6));
+    const float paleness = areBroad ? random.between(0.04F, 0.22F) : random.between(-0.16F, 0.0F);
     for (int i = 0; i < count; ++i) {
         const float width = random.between(widths[0], widths[1]);
         years.push_back({age, width, paleness + random.between(-0.1F, 0.1F)});
