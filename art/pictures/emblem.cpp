@@ -25,8 +25,8 @@ constexpr int kHeight = 128;
 constexpr int kFiner = 4; // drawn this much larger, then averaged
 constexpr unsigned kSeed = 5;
 
-constexpr glm::dvec2 kWhorlMiddle(54.6, 38.2);
-constexpr double kWhorlSize = 0.80; // of what follows, on the picture
+constexpr glm::dvec2 kWhorlMiddle(43.4, 49.4);
+constexpr double kWhorlSize = 0.55; // of what follows, on the picture
 
 // The whorl around its middle, in lengths that are pixels before it is set down, and in turns.
 constexpr float kRoots = 11.5F; // where its fur begins
@@ -40,16 +40,16 @@ constexpr int kJoints = 9;
 constexpr double kHairGround = 4.6; // how wide the dark ground under a hair is
 constexpr double kIrisSize = 0.86;
 
-constexpr double kWordLeft = 102;
-constexpr double kWordBaseline = 53;
-constexpr double kCapHeight = 29;
-constexpr double kGroundWidth = 2.0;
-constexpr double kShadeReach = 2.3; // to the right and down
+constexpr double kWordLeft = 76;
+constexpr double kWordBaseline = 59.5;
+constexpr double kCapHeight = 20;
+constexpr double kGroundWidth = 1.6;
+constexpr double kShadeReach = 1.6; // to the right and down
 constexpr float kHatching = 2.0F;   // from line to line
 
 const std::array kAmber = {colour(0x120803), colour(0x5c2c0e), colour(0xc0762c), colour(0xf2bf74),
                            colour(0xfff0d2)};
-const glm::vec3 kIvory = colour(0xfbf0d8);
+const glm::vec3 kIvory = colour(0xd8c6a4);
 const glm::vec3 kHatch = colour(0x9a5a24);
 const glm::vec3 kGround = colour(0x0c0704); // never pure black
 const glm::vec3 kToLight = glm::normalize(glm::vec3(-0.62F, -0.62F, 0.5F));

@@ -75,6 +75,7 @@ constexpr std::array kFaults = {
     Fault{"\"a\" is there already",          "pattern a"                   },
     Fault{"channels come before",            "channel late"                },
     Fault{"no block \"nothing\"",            "play nothing 00"             },
+    Fault{"rows: \"257\" is out of range",  "pattern long 257"            },
     Fault{"no pattern \"b\"",                "order two b"                 },
     Fault{"cannot play itself",              "play a 00"                   },
     Fault{"row: \"64\" is out of range",     "kick: 64 x"                  },
@@ -130,6 +131,13 @@ TEST(Score, PutsBlocksIntoPatterns)
     EXPECT_EQ(cellOf(body, 16, 0), (XmCell{61, 2, 0x24, 0, 0})) << "moved and softened";
     EXPECT_EQ(cellOf(body, 19, 0), (XmCell{63, 2, 0x30, 0x0A, 0x01})) << "a bare note is at 64";
     EXPECT_EQ(cellOf(body, 32, 3).note, 49) << "on another channel";
+}
+
+TEST(Score, GivesPatternsTheirLengths)
+{
+    EXPECT_EQ(arranged("pattern a\n").patterns.at(0).rows(), 64);
+    EXPECT_EQ(arranged("pattern a 24\n").patterns.at(0).rows(), 24);
+    EXPECT_EQ(arranged("pattern a 128\nkick: 127 x\n").patterns.at(0).rows(), 128);
 }
 
 TEST(Score, PansNotesInWhicheverColumnIsFree)

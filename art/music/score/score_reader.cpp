@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kPatternRows = 64;
+constexpr int kPatternRows = 64; // of a pattern that says no other number
 constexpr int kMaxRows = 256;
 constexpr int kMaxChannels = 32;
 constexpr int kMaxIncludes = 16; // one within the other
@@ -89,7 +89,7 @@ private:
             {"channel",    {&ScoreReader::readChannel, 1, kAny, "channel NAME ..."}       },
             {"order",      {&ScoreReader::readOrder, 2, kAny, "order SECTION PATTERN ..."}},
             {"block",      {&ScoreReader::readBlock, 2, 2, "block NAME ROWS"}             },
-            {"pattern",    {&ScoreReader::readPattern, 1, 1, "pattern NAME"}              },
+            {"pattern",    {&ScoreReader::readPattern, 1, 2, "pattern NAME [ROWS]"}       },
             {"play",       {&ScoreReader::readPlay, 2, kAny, "play BLOCK ROW ..."}        },
             {"swing",      {&ScoreReader::readSwing, 2, 2, "swing EVEN ODD"}              },
             {"include",    {&ScoreReader::readInclude, 1, 1, "include FILE"}              },
@@ -180,7 +180,7 @@ private:
 
     void readPattern(const Words& words)
     {
-        begin(words[1], kPatternRows);
+        begin(words[1], words.size() > 2 ? readNumber(words[2], 1, kMaxRows, "rows") : kPatternRows);
         patternNames_.push_back(words[1]);
     }
 
