@@ -323,7 +323,7 @@ TEST(Recorded, LooksAsItDid)
     };
     // clang-format off
     constexpr Row kRows[] = {
-        {"opening",         "0", {"1", "11.6", "20"},    {8, 0.1}},
+        {"opening",         "0", {"1", "5", "12.5"},     {8, 0.1}},
         {"twister",         "2", {"2.1", "6", "17"},     {8, 0.3}},
         {"image_trail",     "3", {"0.5", "2.4", "6.8"},  {24, 0.8}},
         {"logo_and_jitter", "4", {"0.5", "3.5", "7.2"},  {12, 0.5}},
