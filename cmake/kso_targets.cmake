@@ -14,7 +14,13 @@ target_compile_options(kso_settings INTERFACE
     # The same bytes from every checkout and build folder; the last of these that fits counts.
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
     -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
-    $<$<CONFIG:Release>:-g>)
+    $<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${EMSCRIPTEN}>>>:-g>)
+if(EMSCRIPTEN)
+    target_compile_options(kso_settings INTERFACE
+        -fwasm-exceptions
+        "SHELL:-include ${PROJECT_SOURCE_DIR}/web/missing_in_emscripten.h")
+    target_link_options(kso_settings INTERFACE -fwasm-exceptions)
+endif()
 
 # kso_library(NAME SOURCE...): the library kso_NAME, which others link as kso::NAME. It may include
 # headers of its own folder and of the libraries that it links; the test "floors" holds it to that.

@@ -38,8 +38,11 @@ std::span<const ZxxCell> currentCells(const FMUSIC_MODULE& module)
     const auto isHere = [&](const ZxxCell& cell) {
         return cell.pattern == pattern && cell.row == module.row;
     };
-    const auto first = std::ranges::partition_point(module.zxxCells, isBefore);
-    return {first, std::find_if_not(first, module.zxxCells.end(), isHere)};
+    const std::span<const ZxxCell> cells = module.zxxCells;
+    const auto first = std::ranges::partition_point(cells, isBefore);
+    const auto end = std::find_if_not(first, cells.end(), isHere);
+    return cells.subspan(static_cast<std::size_t>(first - cells.begin()),
+                         static_cast<std::size_t>(end - first));
 }
 
 } // namespace
@@ -83,42 +86,43 @@ void Mixer::setCallback(FMUSIC_MODULE& module, FMUSIC_CALLBACK callback)
     module.callback = callback;
 }
 
-void Mixer::mix(std::span<std::int16_t> samples)
+void RowEffects::perform() const
 {
-    while (!samples.empty()) {
-        const std::span<std::int16_t> piece =
-            samples.first(std::min(samples.size(), kPieceSamples));
-        RowEffects effects;
-        if (!mixPiece(piece, effects)) {
-            std::ranges::fill(samples, std::int16_t{0});
-            return;
-        }
-        for (std::size_t i = 0; i < effects.count; ++i) {
-            effects.callback(effects.module, effects.parameters[i]);
-        }
-        samples = samples.subspan(piece.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        callback(module, parameters[i]);
     }
 }
 
-// Mixes one piece and copies the effects of the row that begins in it. False if no module plays.
-bool Mixer::mixPiece(std::span<std::int16_t> samples, RowEffects& effects)
+void Mixer::mix(std::span<std::int16_t> samples)
+{
+    while (!samples.empty()) {
+        RowEffects effects;
+        samples = samples.subspan(mixPiece(samples, effects).size());
+        effects.perform();
+    }
+}
+
+std::span<std::int16_t> Mixer::mixPiece(std::span<std::int16_t> samples, RowEffects& effects)
 {
     const std::scoped_lock held(lock_);
+    const std::span<std::int16_t> piece = samples.first(std::min(samples.size(), kPieceSamples));
+    effects.count = 0;
     if (playing_ == nullptr) {
-        return false;
+        std::ranges::fill(piece, std::int16_t{0});
+        return piece;
     }
     FMUSIC_MODULE& module = *playing_;
 
     // Rendered as floats and rounded here, since the player's own 16-bit output adds random noise.
     std::array<float, kPieceSamples> mixed{};
-    module.player.read_interleaved_stereo(kMixRateHz, samples.size() / kMixChannels, mixed.data());
-    std::transform(samples.begin(), samples.end(), mixed.begin(), samples.begin(),
+    module.player.read_interleaved_stereo(kMixRateHz, piece.size() / kMixChannels, mixed.data());
+    std::transform(piece.begin(), piece.end(), mixed.begin(), piece.begin(),
                    [&](std::int16_t, float value) { return toSample(value * module.gain); });
 
     const int order = module.player.get_current_order();
     const int row = module.player.get_current_row();
     if (order == module.order && row == module.row) {
-        return true;
+        return piece;
     }
     module.order = order;
     module.row = row;
@@ -132,5 +136,5 @@ bool Mixer::mixPiece(std::span<std::int16_t> samples, RowEffects& effects)
             }
         }
     }
-    return true;
+    return piece;
 }

@@ -32,6 +32,16 @@ private:
     std::mutex inner_;
 };
 
+// The effects of one row, copied because the module may be freed before they are performed.
+struct RowEffects {
+    FMUSIC_MODULE* module = nullptr;
+    FMUSIC_CALLBACK callback = nullptr;
+    std::size_t count = 0;
+    std::array<std::uint8_t, 256> parameters; // more than a module has channels
+
+    void perform() const;
+};
+
 // Plays one module at a time. All calls are safe at any time. Those of the main thread wait at most
 // until one piece of 32 audio frames is mixed.
 class Mixer {
@@ -54,17 +64,11 @@ public:
     // loops to itself, or is its module's only one, is performed once.
     void mix(std::span<std::int16_t> samples);
 
+    // Writes at most one piece of 32 audio frames, like mix, and returns it. Nothing is performed:
+    // `effects` receives those of the row that begins in the piece, none if no row does.
+    std::span<std::int16_t> mixPiece(std::span<std::int16_t> samples, RowEffects& effects);
+
 private:
-    // The effects of one row, copied because the module may be freed while they are performed.
-    struct RowEffects {
-        FMUSIC_MODULE* module = nullptr;
-        FMUSIC_CALLBACK callback = nullptr;
-        std::size_t count = 0;
-        std::array<std::uint8_t, 256> parameters; // more than a module has channels
-    };
-
-    bool mixPiece(std::span<std::int16_t> samples, RowEffects& effects);
-
     FairLock lock_;
     FMUSIC_MODULE* playing_ = nullptr; // lock_ guards it and the module that it points to
 };
