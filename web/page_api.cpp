@@ -7,11 +7,14 @@
 #include "show/world.h"
 #include "sound/ahead_output.h"
 #include "virtual/timing.h"
+#include "web/pack/packed_file.h"
 #include "web/page_world.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -24,6 +27,7 @@ std::uint64_t virtualFrame = 0; // the next one's number
 std::vector<std::int16_t> mixed;
 std::vector<float> channels; // left, then right
 FrameList list;
+Bytes unpacked;
 
 const float* toChannels()
 {
@@ -115,6 +119,18 @@ const FrameList* pageFrameList()
 {
     list = frameList();
     return &list;
+}
+
+int pageUnpack(const std::uint8_t* packed, int length)
+{
+    std::optional<Bytes> file = unpack({packed, static_cast<std::size_t>(length)});
+    unpacked = file ? std::move(*file) : Bytes{};
+    return file ? static_cast<int>(unpacked.size()) : -1;
+}
+
+const std::uint8_t* pageUnpacked()
+{
+    return unpacked.data();
 }
 
 int pageScene()

@@ -44,6 +44,11 @@ int pageVirtualSoundLength(); // in audio frames
 // What the latest frame is made of.
 const FrameList* pageFrameList();
 
+// Unpacks a file of show.pack (web/pack/packed_file.h). Its bytes are at pageUnpacked, and there are as
+// many as this returns, until the next call; -1 if it was cut or damaged.
+int pageUnpack(const std::uint8_t* packed, int length);
+const std::uint8_t* pageUnpacked();
+
 // The scene that the music has chosen, and whether it has ended the show.
 int pageScene();
 int pageHasEnded();

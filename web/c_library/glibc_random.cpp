@@ -19,7 +19,7 @@ void GlibcRandom::seed(std::uint32_t value)
             word += 2147483647;
         }
     }
-    place_ = 0;
+    place_ = 3; // the numbers before the first one repeat the first three
     for (int i = 0; i < kDropped; ++i) {
         next();
     }

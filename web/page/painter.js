@@ -24,6 +24,8 @@ void main()
     tint = colour;
 }`;
 
+// A colour is rounded to the canvas's 256 steps before it is blended. A GPU may blend what is finer, but
+// where many faint layers add up, their sum would then differ from one to the next.
 const fragmentShader = `#version 300 es
 precision highp float;
 uniform sampler2D picture;
@@ -32,7 +34,7 @@ in highp vec4 tint;
 out vec4 pixel;
 void main()
 {
-    pixel = texture(picture, place) * tint;
+    pixel = floor(texture(picture, place) * tint * 255.0 + 0.5) / 255.0;
 }`;
 
 function compiled(gl, type, source) {

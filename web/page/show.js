@@ -1,8 +1,8 @@
 // The show itself: the compiled program, called through web/page_api.h. Each instance of the program
 // plays once, as if it were started from a command line; a jump is a new instance.
 
-import createKso from './kso.js';
 import { readFrame } from './painter.js';
+import { instantiate } from './program.js';
 
 // Something in the show failed; the message is what the program said.
 export class ShowError extends Error {}
@@ -19,15 +19,7 @@ export class Show {
 
     async open(program, files) {
         this.said = [];
-        const say = (line) => this.said.push(line);
-        this.kso = await createKso({
-            print: say,
-            printErr: say,
-            instantiateWasm(imports, receive) {
-                WebAssembly.instantiate(program, imports).then(receive);
-                return {};
-            },
-        });
+        this.kso = await instantiate(program, (line) => this.said.push(line));
         const { FS } = this.kso;
         FS.mkdir('data');
         for (const [name, bytes] of files) {
