@@ -2,6 +2,7 @@
 // together, and knows nothing of the rest of the page, which listens for these events:
 //
 //   'state'    the state has changed, see below
+//   'frame'    a frame of the show is over
 //   'scene'    the music has chosen another scene
 //   'silent'   there is no sound any more, or there never was
 //   'failed'   the show could not go on; `player.error` says why
@@ -16,12 +17,11 @@ const patience = 2000; // milliseconds that a sound device may take to begin, or
 // States: 'still', until the first play and after the end; 'starting', 'playing', 'paused'. A hidden
 // page pauses, and goes on when it is seen again.
 export class Player extends EventTarget {
-    // Throws an error if there is no WebGL 2.
-    constructor(canvas, { program, files, facts }) {
+    // `loading` is what load() of load.js returns; a start before it has arrived waits for it. Throws
+    // an error if there is no WebGL 2.
+    constructor(canvas, loading) {
         super();
-        this.program = program;
-        this.files = files;
-        this.facts = facts;
+        this.loading = loading;
         this.painter = new Painter(canvas);
         this.painter.onRestored = () => this.redraw();
         this.clock = new Clock();
@@ -44,13 +44,20 @@ export class Player extends EventTarget {
 
     // The beginning is made ready ahead, so that a click plays at once.
     prepare() {
-        this.prepared = Show.start(this.program, this.files, 0);
+        this.prepared = this.startShow(0);
         this.prepared.catch(() => {}); // comes up again when it is played
+    }
+
+    async startShow(startScene) {
+        const { program, files, facts } = await this.loading;
+        const show = await Show.start(program, files, startScene);
+        const { seconds } = facts.scenes.find(({ start }) => start === startScene);
+        return { show, startSeconds: seconds };
     }
 
     takeShow(startScene) {
         if (startScene !== 0 || !this.prepared) {
-            return Show.start(this.program, this.files, startScene);
+            return this.startShow(startScene);
         }
         const { prepared } = this;
         this.prepared = null;
@@ -67,11 +74,10 @@ export class Player extends EventTarget {
         this.show = null;
         this.setState('starting');
         try {
-            const show = await this.takeShow(startScene);
-            if (attempt !== this.attempt) {
-                return; // another start came meanwhile
+            const started = await this.takeShow(startScene);
+            if (attempt === this.attempt) { // no other start came meanwhile
+                this.begin(started);
             }
-            this.begin(show, startScene);
         } catch (error) {
             if (attempt === this.attempt) {
                 this.fail(error);
@@ -79,11 +85,10 @@ export class Player extends EventTarget {
         }
     }
 
-    begin(show, startScene) {
+    begin({ show, startSeconds }) {
         this.show = show;
         this.scene = null;
-        this.startSeconds =
-            this.facts.scenes.find(({ start }) => start === startScene)?.seconds ?? 0;
+        this.startSeconds = startSeconds;
         this.painter.forgetPictures();
         this.clock.reset();
         this.heardAt = { audioFrame: -1, since: performance.now() };
