@@ -20,6 +20,7 @@ void AheadOutput::hear(std::int64_t audioFrame)
     while (!waiting_.empty() && waiting_.front().audioFrame <= audioFrame) {
         // Taken out first: what is performed may stop the music.
         const RowEffects effects = waiting_.front().effects;
+        latestPerformed_ = waiting_.front().audioFrame;
         waiting_.pop_front();
         effects.perform();
     }

@@ -25,6 +25,9 @@ public:
     // begins, so it counts from there, up to 31 audio frames early; mixed one by one, it is exact.
     void hear(std::int64_t audioFrame);
 
+    // The audio frame that the effects performed last counted from; -1 if none were.
+    [[nodiscard]] std::int64_t latestPerformed() const { return latestPerformed_; }
+
 private:
     struct Waiting {
         std::int64_t audioFrame;
@@ -33,5 +36,6 @@ private:
 
     Mixer& mixer_;
     std::int64_t mixed_ = 0;
+    std::int64_t latestPerformed_ = -1;
     std::deque<Waiting> waiting_; // by audio frame
 };

@@ -83,6 +83,11 @@ double pageMixed()
     return static_cast<double>(pageWorld.output->mixed());
 }
 
+double pageLatestEvent()
+{
+    return static_cast<double>(pageWorld.output->latestPerformed());
+}
+
 int pageFrame(double seconds, double audioFrame)
 {
     pageWorld.ticks = static_cast<std::uint32_t>(std::max(seconds, 0.0) * kMillisecondsPerSecond);

@@ -27,6 +27,10 @@ const float* pageMix(int audioFrames);
 // How many audio frames were mixed.
 double pageMixed();
 
+// The audio frame of the events that came last, to measure how far they are from their sound; -1 if
+// none came.
+double pageLatestEvent();
+
 // Draws the frame of a moment: `seconds` since the beginning, while the sound is at `audioFrame`.
 // Events of the music that are due by then come first. True if there is something new to show: for
 // numbers that are no scene, the last frame stays.

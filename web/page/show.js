@@ -50,6 +50,11 @@ export class Show {
         return this.call('Mixed');
     }
 
+    // The audio frame of the events that came last.
+    get latestEvent() {
+        return this.call('LatestEvent');
+    }
+
     // True if there is a new frame to draw.
     frame(seconds, audioFrame) {
         return this.call('Frame', seconds, audioFrame) !== 0;

@@ -15,8 +15,8 @@ const safety = 0.02; // seconds between now and the earliest moment for a buffer
 export class Speaker {
     // A browser makes sound only after a click or a key, so this is to be called from its event.
     // Throws an error where there is no Web Audio.
-    constructor() {
-        this.context = new AudioContext({ sampleRate: mixRate, latencyHint: 'interactive' });
+    constructor(context = new AudioContext({ sampleRate: mixRate, latencyHint: 'interactive' })) {
+        this.context = context;
         this.gain = null;
     }
 
