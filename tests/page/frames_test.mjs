@@ -22,14 +22,17 @@ const rows = [
 ];
 
 let stage;
-before(async () => { stage = await Stage.open(); });
+let page;
+before(async () => {
+    stage = await Stage.open();
+    page = await stage.page({ isReady: false });
+});
 after(() => stage.close());
 
 async function compare({ start, scene, times, limits }, width, height) {
     const stills = `build/page-tests/stills-${width}x${height}-${start}`;
     record('--size', `${width}x${height}`, '--stills', stills, '--at', times.join(','), '--',
         ...(start ? [start] : []));
-    const page = await stage.page({ isReady: false });
     await page.evaluate(startVirtual, [start, width, height]);
     for (const time of times) {
         const got = await page.evaluate(playTo, Math.floor(time * 60));
@@ -40,7 +43,6 @@ async function compare({ start, scene, times, limits }, width, height) {
         assert.equal(got.scene, scene, `another scene: ${said}`);
         assert.ok(off.mean <= limits.mean && off.largest <= limits.largest, said);
     }
-    await page.context().close();
 }
 
 for (const row of rows) {

@@ -226,7 +226,7 @@ const faults = [
             const response = await route.fetch();
             await route.fulfill({ body: (await response.body()).subarray(0, 2000000) });
         }) },
-    { name: 'data with a wrong byte', says: /cut or damaged: koira\.tga/, prepare: (page) =>
+    { name: 'data with a wrong byte', says: /cut or damaged: .* in show\.pack/, prepare: (page) =>
         page.route('**/show.pack', async (route) => {
             const body = await (await route.fetch()).body();
             body[500000] ^= 4;
@@ -263,7 +263,7 @@ pageTest('a missing picture is named', {}, async (page) => {
 const silences = {
     'no Web Audio': () => { delete window.AudioContext; },
     'a sound device that never begins': () => {
-        AudioContext.prototype.resume = () => new Promise(() => {});
+        Object.defineProperty(AudioContext.prototype, 'currentTime', { get: () => 0 });
     },
 };
 for (const [name, prepare] of Object.entries(silences)) {
