@@ -1,5 +1,5 @@
-// Stand-ins for what the C++ library of emscripten 3.1.6 lacks, as far as the show uses it. Included
-// before every source of a page; a newer emscripten makes this file superfluous.
+// Stand-ins for what the C++ library of emscripten 3.1.6 lacks, as far as the show uses it.
+// Included before every source of a page; a newer emscripten makes this file superfluous.
 #pragma once
 
 #include <algorithm>

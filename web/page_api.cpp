@@ -97,8 +97,8 @@ int pageFrame(double seconds, double audioFrame)
 int pageVirtualFrame()
 {
     const std::uint64_t moment = kVirtualRate.samplesBefore(virtualFrame);
-    const auto due = static_cast<std::size_t>(moment + 1) -
-                     static_cast<std::size_t>(pageWorld.output->mixed());
+    const auto due =
+        static_cast<std::size_t>(moment + 1) - static_cast<std::size_t>(pageWorld.output->mixed());
     mixed.resize(due * kMixChannels);
     for (std::size_t i = 0; i < due; ++i) {
         pageWorld.output->mix(std::span(mixed).subspan(i * kMixChannels, kMixChannels));

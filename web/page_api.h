@@ -15,9 +15,9 @@
 
 extern "C" {
 
-// Begins the show as the program does, with a start scene from 2 to 7, or 0 for its beginning: reads
-// pictures and music from "data" and starts the music. In virtual time, the time of day that seeds
-// the random numbers is the recorder's.
+// Begins the show as the program does, with a start scene from 2 to 7, or 0 for its beginning:
+// reads pictures and music from "data" and starts the music. In virtual time, the time of day that
+// seeds the random numbers is the recorder's.
 void pageStart(int startScene, int isVirtual);
 
 // Mixes the next `audioFrames` at 44100 Hz: first all of the left channel, then all of the right
@@ -48,8 +48,8 @@ int pageVirtualSoundLength(); // in audio frames
 // What the latest frame is made of.
 const FrameList* pageFrameList();
 
-// Unpacks a file of show.pack (web/pack/packed_file.h). Its bytes are at pageUnpacked, and there are as
-// many as this returns, until the next call; -1 if it was cut or damaged.
+// Unpacks a file of show.pack (web/pack/packed_file.h). Its bytes are at pageUnpacked, and there
+// are as many as this returns, until the next call; -1 if it was cut or damaged.
 int pageUnpack(const std::uint8_t* packed, int length);
 const std::uint8_t* pageUnpacked();
 

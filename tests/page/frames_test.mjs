@@ -16,7 +16,7 @@ const rows = [
     { scene: 1, start: 2, times: [0.9, 10.2], limits: exact },
     { scene: 2, start: 3, times: [3.4, 9.7], limits: near },
     { scene: 3, start: 4, times: [3.1, 11.3], limits: near },
-    { scene: 4, start: 5, times: [2.3, 8.1], limits: lines },
+    { scene: 4, start: 5, times: [2.3, 5.1], limits: lines },
     { scene: 5, start: 6, times: [4.2, 12.6], limits: near },
     { scene: 6, start: 7, times: [0.6, 16.2], limits: exact },
 ];

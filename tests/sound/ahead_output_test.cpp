@@ -43,12 +43,12 @@ TEST(AheadOutput, HoldsEffectsBackUntilTheyAreHeard)
         std::int64_t latest;
     };
     const std::vector<Step> steps = {
-        {-1, {}, -1},
-        {0, {1, 2}, 0},
-        {2 * kRow - 1, {1, 2}, 0},
-        {2 * kRow, {1, 2, 3}, 2 * kRow},
-        {2 * kRow, {1, 2, 3}, 2 * kRow},
-        {9 * kRow, {1, 2, 3, 4}, 3 * kRow}, // further than was mixed
+        {-1,           {},           -1      },
+        {0,            {1, 2},       0       },
+        {2 * kRow - 1, {1, 2},       0       },
+        {2 * kRow,     {1, 2, 3},    2 * kRow},
+        {2 * kRow,     {1, 2, 3},    2 * kRow},
+        {9 * kRow,     {1, 2, 3, 4}, 3 * kRow}, // further than was mixed
     };
     for (const Step& step : steps) {
         output.hear(step.heard);

@@ -1,8 +1,8 @@
-#include "web/pack/packed_file.h"
-
 #include "image/loaded_image.h"
 #include "image/tga_reader.h"
+#include "web/pack/packed_file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -28,9 +28,24 @@ void writeFile(const fs::path& path, const Bytes& bytes)
 
 Bytes picture(unsigned type, unsigned width, unsigned height, unsigned bits, const Bytes& pixels)
 {
-    Bytes file = {0, 0, static_cast<std::uint8_t>(type), 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                  static_cast<std::uint8_t>(width), 0, static_cast<std::uint8_t>(height), 0,
-                  static_cast<std::uint8_t>(bits), 0x20};
+    Bytes file = {0,
+                  0,
+                  static_cast<std::uint8_t>(type),
+                  0,
+                  0,
+                  0,
+                  0,
+                  0,
+                  0,
+                  0,
+                  0,
+                  0,
+                  static_cast<std::uint8_t>(width),
+                  0,
+                  static_cast<std::uint8_t>(height),
+                  0,
+                  static_cast<std::uint8_t>(bits),
+                  0x20};
     for (const std::uint8_t byte : pixels) {
         file.push_back(byte);
     }
@@ -40,18 +55,16 @@ Bytes picture(unsigned type, unsigned width, unsigned height, unsigned bits, con
 } // namespace
 
 // What the readers make of the show's own files is what they make of the packed ones.
-TEST(PackedFile, GivesTheShowsDataBack)
+TEST(PackedFile, GivesTheShowsPicturesBack)
 {
     int pictures = 0;
     for (const fs::directory_entry& entry : fs::directory_iterator("data")) {
-        SCOPED_TRACE(entry.path());
-        const Bytes file = readFile(entry.path());
-        const auto again = unpack(pack(file));
-        ASSERT_TRUE(again);
         if (entry.path().extension() != ".tga") {
-            EXPECT_EQ(*again, file);
             continue;
         }
+        SCOPED_TRACE(entry.path());
+        const auto again = unpack(pack(readFile(entry.path())));
+        ASSERT_TRUE(again);
         const std::string copy = "build/unpacked.tga";
         writeFile(copy, *again);
         LoadedImage expected;
@@ -61,8 +74,8 @@ TEST(PackedFile, GivesTheShowsDataBack)
         ASSERT_EQ(got.width, expected.width);
         ASSERT_EQ(got.height, expected.height);
         ASSERT_EQ(got.bpp, expected.bpp);
-        const std::size_t size = std::size_t(got.width) * std::size_t(got.height) *
-                                 std::size_t(got.bpp / 8);
+        const std::size_t size =
+            std::size_t(got.width) * std::size_t(got.height) * std::size_t(got.bpp / 8);
         EXPECT_TRUE(std::equal(got.pixels.get(), got.pixels.get() + size, expected.pixels.get()));
         ++pictures;
     }
@@ -77,7 +90,9 @@ TEST(PackedFile, GivesSmallAndStrangeFilesBack)
         Bytes file;
         Bytes unpacked;
     };
-    const Case cases[] = {
+    // By hand, since the formatter stumbles over lists in tables.
+    // clang-format off
+    const std::vector<Case> cases = {
         {"Empty", {}, {}},
         {"OneByte", {7}, {7}},
         {"Plain", plain, plain},
@@ -89,6 +104,7 @@ TEST(PackedFile, GivesSmallAndStrangeFilesBack)
         {"TooLong", picture(2, 1, 1, 24, {1, 2, 3, 4}), picture(2, 1, 1, 24, {1, 2, 3, 4})},
         {"Palette", picture(1, 2, 1, 8, {1, 2}), picture(1, 2, 1, 8, {1, 2})},
     };
+    // clang-format on
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
         const auto again = unpack(pack(row.file));
@@ -101,7 +117,8 @@ TEST(PackedFile, NoticesDamage)
 {
     const Bytes packed = pack(readFile("data/by.tga"));
     ASSERT_TRUE(unpack(packed));
-    for (const std::size_t length : {std::size_t{0}, std::size_t{8}, std::size_t{9}, packed.size() / 2}) {
+    for (const std::size_t length :
+         {std::size_t{0}, std::size_t{8}, std::size_t{9}, packed.size() / 2}) {
         EXPECT_FALSE(unpack({packed.data(), length})) << length << " bytes";
     }
     for (std::size_t i = 0; i < packed.size() - 4; i += 7) {
@@ -109,8 +126,17 @@ TEST(PackedFile, NoticesDamage)
         wrong[i] ^= 0x10;
         EXPECT_FALSE(unpack(wrong)) << "byte " << i;
     }
-    // A module whose samples would lie outside of it.
-    Bytes module = pack(readFile("data/olvu.xm"));
-    module[13 + 3] = 0x7f;
-    EXPECT_FALSE(unpack(module));
+}
+
+TEST(PackedFile, GivesTheShowsMusicBack)
+{
+    const Bytes file = readFile("data/olvu.xm");
+    Bytes packed = pack(file);
+    EXPECT_LT(packed.size(), file.size() * 2 / 3);
+    const auto again = unpack(packed);
+    ASSERT_TRUE(again);
+    EXPECT_EQ(*again, file);
+
+    packed[13 + 3] = 0x7f; // its first sample would lie outside of it
+    EXPECT_FALSE(unpack(packed));
 }

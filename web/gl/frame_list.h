@@ -1,6 +1,6 @@
 // What a frame is made of once OpenGL 1.1 is taken out of it: vertices in clip coordinates, and the
-// few commands that draw them. web/page/painter.js reads these lists and draws them with WebGL 2; the
-// numbers of states are OpenGL's, which WebGL shares.
+// few commands that draw them. web/page/painter.js reads these lists and draws them with WebGL 2;
+// the numbers of states are OpenGL's, which WebGL shares.
 //
 // All of it is plain 32-bit numbers in the order in which they are written here, since a script
 // reads them from memory.

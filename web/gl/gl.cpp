@@ -137,8 +137,7 @@ void appendTriangles(bool isStrip, const FrameVertex* vertices, std::size_t coun
         // Every second triangle of a strip is turned, so that all go round the same way.
         const auto turned = static_cast<std::uint32_t>(isStrip && i % 2 != 0);
         const auto corner = base + static_cast<std::uint32_t>(i);
-        list.indices.insert(list.indices.end(),
-                            {corner + turned, corner + 1 - turned, corner + 2});
+        list.indices.insert(list.indices.end(), {corner + turned, corner + 1 - turned, corner + 2});
         command.indexCount += 3;
     }
 }
@@ -147,8 +146,8 @@ void appendTriangles(bool isStrip, const FrameVertex* vertices, std::size_t coun
 void appendLine(const FrameVertex& from, const FrameVertex& to)
 {
     const float width = std::max(std::round(state.lineWidth), 1.0F);
-    const auto corners = wideLine(from.position, to.position, width, state.viewportWidth,
-                                  state.viewportHeight);
+    const auto corners =
+        wideLine(from.position, to.position, width, state.viewportWidth, state.viewportHeight);
     if (!corners) {
         return;
     }
@@ -467,10 +466,10 @@ void glDrawArrays(GLenum mode, GLint first, GLsizei count)
     for (GLsizei i = 0; i < count; ++i) {
         const auto index = static_cast<std::size_t>(first) + static_cast<std::size_t>(i);
         const auto p = state.positions.at<3>(index);
-        state.begun.push_back({
-            transformed(transform, p[0], p[1], p[2]),
-            state.texCoords.enabled ? state.texCoords.at<2>(index) : state.texCoord, state.colour
-        });
+        state.begun.push_back(
+            {transformed(transform, p[0], p[1], p[2]),
+             state.texCoords.enabled ? state.texCoords.at<2>(index) : state.texCoord,
+             state.colour});
     }
     append(mode, state.begun);
 }

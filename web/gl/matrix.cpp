@@ -51,12 +51,15 @@ Matrix rotation(float degrees, float x, float y, float z)
     const auto s = static_cast<float>(std::sin(radians));
     const auto c = static_cast<float>(std::cos(radians));
     const float d = 1.0F - c;
+    // By hand, since the formatter gives each a line of its own.
+    // clang-format off
     return {
         x * x * d + c,     x * y * d + z * s, x * z * d - y * s, 0.0F,
         x * y * d - z * s, y * y * d + c,     y * z * d + x * s, 0.0F,
         x * z * d + y * s, y * z * d - x * s, z * z * d + c,     0.0F,
         0.0F,              0.0F,              0.0F,              1.0F,
     };
+    // clang-format on
 }
 
 Matrix perspective(double fieldOfView, double aspect, double nearPlane, double farPlane)

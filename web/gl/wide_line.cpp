@@ -29,8 +29,8 @@ Point divided(const Point& p)
 
 } // namespace
 
-std::optional<WideLine> wideLine(const Point& from, const Point& to, float width,
-                                 int viewportWidth, int viewportHeight)
+std::optional<WideLine> wideLine(const Point& from, const Point& to, float width, int viewportWidth,
+                                 int viewportHeight)
 {
     Point a = from;
     Point b = to;

@@ -20,5 +20,5 @@ using WideLine = std::array<Point, 4>;
 // Widths count in pixels of a viewport of the given size, so on a larger one the line grows with
 // all else. The part behind the near plane is cut off; nothing is left of a line that is all behind
 // it.
-std::optional<WideLine> wideLine(const Point& from, const Point& to, float width,
-                                 int viewportWidth, int viewportHeight);
+std::optional<WideLine> wideLine(const Point& from, const Point& to, float width, int viewportWidth,
+                                 int viewportHeight);

@@ -1,6 +1,7 @@
 // Packs the show's data for a page.
 //
-//   pack DATA FOLDER     writes FOLDER/show.pack, which holds the packed files of DATA one after the
+//   pack DATA FOLDER     writes FOLDER/show.pack, which holds the packed files of DATA one after
+//   the
 //                        other, and FOLDER/show.json, which says where, and what the page tells of
 //                        the show: how long it is, its scenes, and when each begins
 #include "cues/scenes_and_events.h"
@@ -8,6 +9,7 @@
 #include "web/pack/packed_file.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -77,9 +79,9 @@ Times readTimes(const fs::path& module)
 
 std::string colour(unsigned value)
 {
-    char text[8];
-    std::snprintf(text, sizeof text, "#%06x", value);
-    return text;
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "#%06x", value);
+    return text.data();
 }
 
 // The scenes that the show can start with; the first is its beginning.
@@ -94,9 +96,8 @@ std::string sceneList(const Times& times)
         const double begins = isBeginning ? 0.0 : times.ofOrder.at(*scene.startOrder);
         list += (list.empty() ? "\n" : ",\n") + std::string(R"(        {"start": )") +
                 std::to_string(isBeginning ? 0 : scene.number + 1) + R"(, "scene": )" +
-                std::to_string(scene.number) + R"(, "name": ")" + scene.name +
-                R"(", "colour": ")" + colour(scene.colour) + R"(", "seconds": )" + number(begins) +
-                "}";
+                std::to_string(scene.number) + R"(, "name": ")" + scene.name + R"(", "colour": ")" +
+                colour(scene.colour) + R"(", "seconds": )" + number(begins) + "}";
     }
     return list;
 }
@@ -115,6 +116,9 @@ void packShow(const fs::path& data, const fs::path& folder)
     std::string files;
     for (const fs::path& path : paths) {
         const Bytes packed = pack(readFile(path));
+        if (!unpack(packed)) {
+            throw std::runtime_error("packing has damaged " + path.string());
+        }
         files += (files.empty() ? "\n" : ",\n") + std::string(R"(        {"name": ")") +
                  path.filename().string() + R"(", "first": )" + std::to_string(all.size()) +
                  R"(, "length": )" + std::to_string(packed.size()) + "}";
@@ -123,9 +127,9 @@ void packShow(const fs::path& data, const fs::path& folder)
 
     const Times times = readTimes(data / fs::path(cues::kModulePath).filename());
     const std::string json = "{\n    \"seconds\": " + number(times.end) + ",\n    \"scenes\": [" +
-                             sceneList(times) + "\n    ],\n    \"bytes\": " +
-                             std::to_string(all.size()) + ",\n    \"files\": [" + files +
-                             "\n    ]\n}\n";
+                             sceneList(times) +
+                             "\n    ],\n    \"bytes\": " + std::to_string(all.size()) +
+                             ",\n    \"files\": [" + files + "\n    ]\n}\n";
     writeFile(folder / "show.pack", reinterpret_cast<const char*>(all.data()), all.size());
     writeFile(folder / "show.json", json.data(), json.size());
 }

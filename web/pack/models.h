@@ -15,7 +15,8 @@
 #include <span>
 #include <vector>
 
-// A number of `kBits` bits, its highest bit first, each bit with odds that depend on those above it.
+// A number of `kBits` bits, its highest bit first, each bit with odds that depend on those above
+// it.
 template <int kBits>
 class BitTree {
 public:
@@ -94,9 +95,9 @@ void codePixels(Coder& coder, std::span<std::uint8_t> pixels, std::size_t width,
             const int guess = std::clamp(middle + (fromGreen ? green : 0), 0, 255);
             const auto activity = static_cast<unsigned>(
                 std::abs(left - corner) + std::abs(above - corner) + std::abs(above - right));
-            BitTree<8>& tree = trees[(channel * kActivities + levelOf(activity, kActivities)) *
-                                         kErrors +
-                                     levelOf(errorBefore, kErrors)];
+            BitTree<8>& tree =
+                trees[(channel * kActivities + levelOf(activity, kActivities)) * kErrors +
+                      levelOf(errorBefore, kErrors)];
             const auto error = static_cast<std::uint8_t>(
                 tree.code(coder, static_cast<std::uint8_t>(pixels[here] - guess)));
             pixels[here] = static_cast<std::uint8_t>(guess + error);
@@ -110,9 +111,9 @@ void codePixels(Coder& coder, std::span<std::uint8_t> pixels, std::size_t width,
 }
 
 // Guesses the next number of a series as the sum of the latest ones, weighted so that it would have
-// been best for the past, of which the recent counts more: ordinary least squares, solved anew every
-// few numbers. Only the four operations and square roots, in a fixed order: both sides have to come
-// to the same guess, on any machine.
+// been best for the past, of which the recent counts more: ordinary least squares, solved anew
+// every few numbers. Only the four operations and square roots, in a fixed order: both sides have
+// to come to the same guess, on any machine.
 class LeastSquares {
 public:
     [[nodiscard]] double guess() const
