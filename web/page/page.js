@@ -177,6 +177,7 @@ function makeButton(scene, ...content) {
 }
 
 function showScenes() {
+    element('length').textContent = clockTime(facts.seconds);
     facts.scenes.forEach((scene, index) => {
         const label = document.createElement('span');
         label.textContent = `${scene.name} ${clockTime(scene.seconds)}`;
