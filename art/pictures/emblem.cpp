@@ -37,13 +37,13 @@ constexpr float kTwist = 0.24F;  // from the roots to the tips
 constexpr float kGather = 1.12F; // how far a lock narrows
 constexpr int kHairs = 5000;
 constexpr int kJoints = 9;
-constexpr double kHairGround = 4.6; // how wide the dark ground under a hair is
+constexpr double kHairGround = 6.4; // how wide the dark ground under a hair is
 constexpr double kIrisSize = 0.86;
 
 constexpr double kWordLeft = 76;
 constexpr double kWordBaseline = 59.5;
 constexpr double kCapHeight = 20;
-constexpr double kGroundWidth = 1.6;
+constexpr double kGroundWidth = 2.0;
 constexpr double kShadeReach = 1.6; // to the right and down
 constexpr float kHatching = 2.0F;   // from line to line
 

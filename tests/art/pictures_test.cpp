@@ -33,7 +33,7 @@ constexpr Row kRows[] = {
     {"muljumap.tga",             1024, 1024,  8, { 75,  95}, {255, 255}, kAllMeet},
     {"oranssipallotexture2.tga",  512,  512, 24, {125, 165}, {240, 255}, kAllMeet},
     {"outohalko4_tumma.tga",     1024,  512, 24, { 36,  48}, {105, 150}, kAllMeet},
-    {"quentalogo.tga",            256,  128, 32, { 17,  26}, {240, 255}, kKeyed},
+    {"quentalogo.tga",            256,  128, 32, {  8,  13}, {240, 255}, kKeyed},
     {"texture2.tga",              256,  256, 24, { 74, 105}, {200, 255}, kRowsMeet},
     {"the.tga",                   128,   32, 32, {  7,  10}, {240, 255}, kKeyed},
     {"tokapart_tausta.tga",      1024,  512, 24, { 43,  64}, {240, 255}, kFree},
