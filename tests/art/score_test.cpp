@@ -75,7 +75,7 @@ constexpr std::array kFaults = {
     Fault{"\"a\" is there already",          "pattern a"                   },
     Fault{"channels come before",            "channel late"                },
     Fault{"no block \"nothing\"",            "play nothing 00"             },
-    Fault{"rows: \"257\" is out of range",  "pattern long 257"            },
+    Fault{"rows: \"257\" is out of range",   "pattern long 257"            },
     Fault{"no pattern \"b\"",                "order two b"                 },
     Fault{"cannot play itself",              "play a 00"                   },
     Fault{"row: \"64\" is out of range",     "kick: 64 x"                  },

@@ -180,7 +180,8 @@ private:
 
     void readPattern(const Words& words)
     {
-        begin(words[1], words.size() > 2 ? readNumber(words[2], 1, kMaxRows, "rows") : kPatternRows);
+        begin(words[1],
+              words.size() > 2 ? readNumber(words[2], 1, kMaxRows, "rows") : kPatternRows);
         patternNames_.push_back(words[1]);
     }
 
