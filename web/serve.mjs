@@ -19,15 +19,22 @@ const types = {
     '.svg': 'image/svg+xml',
 };
 
+// The file that an address means; an empty name, which is no file's, if it means none.
+function fileOf(folder, address) {
+    try {
+        const path = decodeURIComponent(address.replace(/[?#].*/, ''));
+        // Normal paths that begin with a slash cannot climb out of the folder.
+        const file = join(folder, normalize(`/${path}`));
+        return file.endsWith('/') ? `${file}index.html` : file;
+    } catch {
+        return ''; // a percent sign without its number
+    }
+}
+
 // Resolves to the server, which listens; its address is in `link`.
 export async function serve(folder, port = 0) {
     const server = createServer(async (request, response) => {
-        const { pathname } = new URL(request.url, 'http://localhost');
-        // Normal paths that begin with a slash cannot climb out of the folder.
-        let file = join(folder, normalize(decodeURIComponent(pathname)));
-        if (file.endsWith('/')) {
-            file += 'index.html';
-        }
+        const file = fileOf(folder, request.url);
         const found = await stat(file).catch(() => null);
         if (!found?.isFile()) {
             response.writeHead(404).end('not here');
@@ -38,7 +45,7 @@ export async function serve(folder, port = 0) {
             'Content-Length': found.size,
             'Cache-Control': 'no-cache',
         });
-        createReadStream(file).pipe(response);
+        createReadStream(file).on('error', () => response.destroy()).pipe(response);
     });
     await new Promise((resolve, reject) => {
         server.once('error', reject);
@@ -49,6 +56,11 @@ export async function serve(folder, port = 0) {
 }
 
 if (process.argv[1] === fileURLToPath(import.meta.url)) {
-    const server = await serve(process.argv[2], Number(process.argv[3] ?? 0));
-    console.log(`kso: ${server.link} (Ctrl-C ends it)`);
+    try {
+        const server = await serve(process.argv[2], Number(process.argv[3] ?? 0));
+        console.log(`kso: ${server.link} (Ctrl-C ends it)`);
+    } catch (error) {
+        console.error(`kso: cannot serve: ${error.message}`);
+        process.exitCode = 1;
+    }
 }
