@@ -73,7 +73,11 @@ function unpack(program, facts, bytes) {
             event.preventDefault();
             end(reject, new LoadError('A part of the show is missing on the server: unpack.js.'));
         };
-        worker.onmessage = ({ data: { name, file } }) => {
+        worker.onmessage = ({ data: { name, file, fault } }) => {
+            if (fault) {
+                end(reject, new LoadError(`This browser cannot run the show: ${fault}.`));
+                return;
+            }
             if (!file) {
                 end(reject, broken(`${name} in show.pack`));
                 return;
