@@ -111,6 +111,53 @@ pageTest('each part of the bar starts a scene', {}, async (page) => {
     }
 });
 
+const isIdle = (page) => page.waitForSelector('.is-idle', { timeout: 10000 });
+const opacityOf = (page) =>
+    page.evaluate(() => Number(getComputedStyle(document.getElementById('controls')).opacity));
+
+pageTest('a clicked button leaves the space key to the pause, and goes', {}, async (page) => {
+    await page.click('#play');
+    await untilPlaying(page);
+    await page.mouse.move(300, 300);
+    await page.click('#bar button:nth-child(3)');
+    await untilPlaying(page, 0.4);
+    await isIdle(page);
+    await page.waitForTimeout(600);
+    assert.equal(await opacityOf(page), 0);
+    await page.keyboard.press(' ');
+    assert.equal((await stateOf(page)).state, 'paused');
+});
+
+pageTest('a tap that brings the controls does not jump', { hasTouch: true }, async (page) => {
+    await page.tap('#play');
+    await untilPlaying(page);
+    const place = await page.locator('#bar button:nth-child(6)').boundingBox();
+    await isIdle(page);
+    await page.waitForTimeout(600);
+    const { seconds } = await stateOf(page);
+    const tap = () => page.touchscreen.tap(place.x + place.width / 2, place.y + place.height / 2);
+    await tap();
+    await page.waitForTimeout(500);
+    assert.equal((await stateOf(page)).scene, 0);
+    assert.ok((await stateOf(page)).seconds < seconds + 10);
+    assert.ok(await opacityOf(page) > 0);
+    await tap();
+    await untilPlaying(page);
+    assert.equal((await stateOf(page)).scene, 5);
+});
+
+pageTest('arrows count from the scene that is about to start', {}, async (page) => {
+    await page.click('#play');
+    await untilPlaying(page);
+    for (const key of ['4', 'ArrowRight', 'ArrowRight', 'ArrowLeft']) {
+        await page.keyboard.press(key);
+    }
+    await untilPlaying(page);
+    const { seconds } = await stateOf(page);
+    const scenes = await scenesOf(page);
+    assert.ok(seconds > scenes[4].seconds && seconds < scenes[5].seconds, `${seconds}`);
+});
+
 // A clock that runs forty times as fast takes the sound's place.
 pageTest('the end of the music brings the still picture back', {}, async (page) => {
     await page.click('#play');
@@ -168,6 +215,7 @@ pageTest('a lost context comes back with its pictures', {}, async (page) => {
         window.loss.loseContext();
     });
     await page.waitForFunction(() => window.kso.player.painter.isLost);
+    await page.waitForTimeout(8500); // a message that goes would be gone
     assert.match(await message(page), /graphics/);
     await page.keyboard.press(' '); // it plays on without a picture
     await page.waitForTimeout(300);
@@ -209,6 +257,15 @@ pageTest('full screen comes with f and goes with f', {}, async (page) => {
     await page.waitForFunction(() => !document.fullscreenElement);
     assert.equal((await stateOf(page)).state, 'playing');
     await page.dblclick('#canvas');
+    await page.waitForFunction(() => document.fullscreenElement?.id === 'stage');
+    // As the browser does when another tab is shown.
+    await page.evaluate(async () => {
+        document.dispatchEvent(new Event('visibilitychange'));
+        await document.exitFullscreen();
+    });
+    await page.waitForTimeout(1200);
+    assert.equal((await stateOf(page)).state, 'playing');
+    await page.dblclick('#stage', { position: { x: 100, y: 5 } }); // beside the picture
     await page.waitForFunction(() => document.fullscreenElement?.id === 'stage');
     await page.evaluate(() => document.exitFullscreen()); // as the browser does at Escape
     await isStill(page);
@@ -296,6 +353,9 @@ pageTest('a click before the data has come waits for it', { isReady: false,
     }) }, async (page) => {
     await page.click('#play');
     assert.equal((await stateOf(page)).state, 'starting');
+    for (const key of ['ArrowLeft', 'ArrowRight', '3', ' ']) {
+        await page.keyboard.press(key); // there is nothing yet to go to
+    }
     await untilPlaying(page);
 });
 

@@ -35,8 +35,8 @@ export class Stage {
     // A new window with the page, after `prepare` has had its way with it. Faults in its scripts end up in
     // `page.faults`, what it asked for in `page.requests`.
     async page({ prepare = async () => {}, viewport = { width: 960, height: 540 },
-        deviceScaleFactor = 1, isReady = true } = {}) {
-        const context = await this.browser.newContext({ viewport, deviceScaleFactor });
+        deviceScaleFactor = 1, hasTouch = false, isReady = true } = {}) {
+        const context = await this.browser.newContext({ viewport, deviceScaleFactor, hasTouch });
         const page = await context.newPage();
         page.faults = [];
         page.requests = [];

@@ -6,6 +6,7 @@ import { Player } from './player.js';
 const ratio = 640 / 272;
 const idleAfter = 2500; // milliseconds without a movement until the controls go
 const messageFor = 8000; // milliseconds
+const returnTime = 1000; // milliseconds that a browser may take to leave full screen for a hidden tab
 
 const root = document.documentElement;
 const element = (id) => document.getElementById(id);
@@ -18,6 +19,11 @@ let facts = null;
 let idleTimer = 0;
 let messageTimer = 0;
 let leavesFullScreen = false; // on purpose, not by the browser's Escape
+let seenSince = -Infinity; // milliseconds; a tab that was hidden is seen again
+let wokenByTap = false; // the tap that brings the controls is not meant for what lies under it
+
+const lostText = 'The graphics were taken away; the show goes on without them, and they come back as '
+    + 'soon as the browser gives them back.';
 
 // Messages: those that stay, because nothing else can be done, and those that go.
 function tell(text, stays = false) {
@@ -25,16 +31,21 @@ function tell(text, stays = false) {
     element('message').textContent = text;
     element('message').hidden = false;
     if (!stays) {
-        messageTimer = setTimeout(() => {
-            element('message').hidden = true;
-        }, messageFor);
+        messageTimer = setTimeout(clearMessage, messageFor);
+    }
+}
+
+function clearMessage() {
+    element('message').hidden = true;
+    if (player?.painter.isLost) {
+        tell(lostText, true);
     }
 }
 
 function giveUp(text) {
     tell(text, true);
     playButton.disabled = true;
-    element('play-label').textContent = 'Not here';
+    element('play-label').textContent = 'Unavailable';
 }
 
 function clockTime(seconds) {
@@ -103,14 +114,20 @@ function showProgress() {
 }
 
 function start(startScene) {
-    element('message').hidden = true;
+    clearMessage();
     player.play(startScene);
 }
 
+// The section that begins at an index; until the data has come, there are none.
 function playSection(index) {
-    if (facts && index >= 0 && index < facts.scenes.length) {
-        start(facts.scenes[index].start);
+    if (facts && index < facts.scenes.length) {
+        start(facts.scenes[Math.max(index, 0)].start);
     }
+}
+
+// The index of the section that is playing, or that was `ago` seconds before.
+function sectionOf(ago) {
+    return facts ? sectionAt(player.seconds - ago) : -1;
 }
 
 function end() {
@@ -196,16 +213,19 @@ const keys = {
     f: toggleFullScreen,
     F: toggleFullScreen,
     Escape: end,
-    ArrowLeft: () => playSection(Math.max(sectionAt(player.seconds - 2), 0)),
-    ArrowRight: () => playSection(sectionAt(player.seconds) + 1),
+    ArrowLeft: () => playSection(sectionOf(2)),
+    ArrowRight: () => playSection(sectionOf(0) + 1),
 };
 for (let i = 0; i < 7; ++i) {
     keys[i + 1] = () => playSection(i);
 }
 
 function onKey(event) {
-    if (event.ctrlKey || event.metaKey || event.altKey || player.state === 'still') {
-        if (player.state === 'still' && event.key === 'f' && !event.ctrlKey && !event.metaKey) {
+    if (event.ctrlKey || event.metaKey || event.altKey) {
+        return;
+    }
+    if (player.state === 'still') {
+        if (event.key.toLowerCase() === 'f' && !event.repeat && !playButton.disabled) {
             toggleFullScreen();
             start(0);
         }
@@ -229,25 +249,42 @@ function listen() {
     player.addEventListener('failed', () => {
         tell(`The show had to end: ${player.error.message}`, true);
     });
-    canvas.addEventListener('webglcontextlost', () => {
-        tell('The graphics were taken away for a moment; the show goes on as soon as they are back.');
-    });
-    canvas.addEventListener('webglcontextrestored', () => {
-        element('message').hidden = true;
-    });
+    canvas.addEventListener('webglcontextlost', () => tell(lostText, true));
+    canvas.addEventListener('webglcontextrestored', clearMessage);
 
     playButton.addEventListener('click', () => start(0));
     element('pause').addEventListener('click', togglePause);
     element('full').addEventListener('click', toggleFullScreen);
     element('end').addEventListener('click', end);
-    canvas.addEventListener('dblclick', toggleFullScreen);
+    stage.addEventListener('dblclick', (event) => {
+        if (player.state !== 'still' && !event.target.closest('#controls')) {
+            toggleFullScreen();
+        }
+    });
+    // In the order of events: a tap wakes the controls before it becomes a click.
+    stage.addEventListener('pointerdown', (event) => {
+        wokenByTap = event.pointerType !== 'mouse' && root.classList.contains('is-idle');
+    }, true);
+    element('controls').addEventListener('click', (event) => {
+        if (wokenByTap && event.detail > 0) {
+            event.stopPropagation();
+        }
+        // A clicked button keeps neither the space key to itself nor the controls in sight.
+        if (event.detail > 0 && player.state !== 'still') {
+            canvas.focus({ preventScroll: true });
+        }
+    }, true);
     document.addEventListener('keydown', onKey);
+    document.addEventListener('visibilitychange', () => {
+        seenSince = performance.now();
+    });
     for (const kind of ['pointermove', 'pointerdown', 'focusin']) {
         document.addEventListener(kind, wake);
     }
     document.addEventListener('fullscreenchange', () => {
         if (!document.fullscreenElement) {
-            if (!leavesFullScreen) {
+            const isAway = document.hidden || performance.now() - seenSince < returnTime;
+            if (!leavesFullScreen && !isAway) {
                 end(); // the browser has taken Escape for itself
             }
             leavesFullScreen = false;

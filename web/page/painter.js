@@ -145,6 +145,11 @@ export class Painter {
         }
     }
 
+    // Makes the canvas black.
+    clear() {
+        this.gl.clear(this.gl.COLOR_BUFFER_BIT);
+    }
+
     draw(frame) {
         if (this.isLost) {
             return;
@@ -161,7 +166,8 @@ export class Painter {
 
     // As large as the canvas allows, in its middle.
     placeView() {
-        const { width, height } = this.canvas;
+        // A browser may give less than the canvas asks for.
+        const { drawingBufferWidth: width, drawingBufferHeight: height } = this.gl;
         const scale = Math.min(width / view.width, height / view.height);
         const side = (length, of) => {
             const first = Math.round((of - length * scale) / 2);

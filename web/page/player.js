@@ -29,6 +29,7 @@ export class Player extends EventTarget {
         this.state = 'still';
         this.error = null;
         this.show = null;
+        this.facts = null; // until the data has come
         this.speaker = null;
         this.startSeconds = 0;
         this.attempt = 0;
@@ -51,8 +52,12 @@ export class Player extends EventTarget {
     async startShow(startScene) {
         const { program, files, facts } = await this.loading;
         const show = await Show.start(program, files, startScene);
-        const { seconds } = facts.scenes.find(({ start }) => start === startScene);
-        return { show, startSeconds: seconds };
+        this.facts = facts;
+        return show;
+    }
+
+    secondsOf(startScene) {
+        return this.facts?.scenes.find(({ start }) => start === startScene).seconds ?? 0;
     }
 
     takeShow(startScene) {
@@ -71,12 +76,17 @@ export class Player extends EventTarget {
         this.error = null;
         this.openSpeaker();
         this.speaker.begin();
+        if (this.state === 'still') {
+            this.painter.clear(); // of the last frame of the show before
+        }
         this.show = null;
+        this.startSeconds = this.secondsOf(startScene);
+        this.isHiddenPause = false;
         this.setState('starting');
         try {
-            const started = await this.takeShow(startScene);
+            const show = await this.takeShow(startScene);
             if (attempt === this.attempt) { // no other start came meanwhile
-                this.begin(started);
+                this.begin(show);
             }
         } catch (error) {
             if (attempt === this.attempt) {
@@ -85,10 +95,9 @@ export class Player extends EventTarget {
         }
     }
 
-    begin({ show, startSeconds }) {
+    begin(show) {
         this.show = show;
         this.scene = null;
-        this.startSeconds = startSeconds;
         this.painter.forgetPictures();
         this.clock.reset();
         this.heardAt = { audioFrame: -1, since: performance.now() };
@@ -99,9 +108,10 @@ export class Player extends EventTarget {
         this.requestFrame();
     }
 
+    // After silence, another speaker is tried when the viewer comes back from the still picture.
     openSpeaker() {
-        if (this.speaker instanceof Speaker) {
-            this.speaker.resume();
+        if (this.speaker instanceof Speaker || (this.speaker && this.state !== 'still')) {
+            this.speaker.resume().catch(() => {});
             return;
         }
         try {
@@ -139,6 +149,7 @@ export class Player extends EventTarget {
         }
         ++this.attempt;
         this.show = null;
+        this.isHiddenPause = false;
         this.speaker.begin();
         this.speaker.pause();
         this.setState('still');
