@@ -142,8 +142,7 @@ pageTest('a tap that brings the controls does not jump', { hasTouch: true }, asy
     assert.ok((await stateOf(page)).seconds < seconds + 10);
     assert.ok(await opacityOf(page) > 0);
     await tap();
-    await untilPlaying(page);
-    assert.equal((await stateOf(page)).scene, 5);
+    await page.waitForFunction(() => window.kso.player.show?.scene === 5);
 });
 
 pageTest('arrows count from the scene that is about to start', {}, async (page) => {
