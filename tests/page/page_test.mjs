@@ -247,16 +247,22 @@ for (const [width, height, density] of [[1280, 800, 1], [390, 844, 3], [2000, 50
         });
 }
 
+// The browser tells of a change only with the frame after it.
+async function isFull(page, id) {
+    await page.waitForFunction((wanted) => document.fullscreenElement?.id === wanted, id);
+    await page.waitForTimeout(200);
+}
+
 pageTest('full screen comes with f and goes with f', {}, async (page) => {
     await page.click('#play');
     await untilPlaying(page);
     await page.keyboard.press('f');
-    await page.waitForFunction(() => document.fullscreenElement?.id === 'stage');
+    await isFull(page, 'stage');
     await page.keyboard.press('f');
-    await page.waitForFunction(() => !document.fullscreenElement);
+    await isFull(page, undefined);
     assert.equal((await stateOf(page)).state, 'playing');
     await page.dblclick('#canvas');
-    await page.waitForFunction(() => document.fullscreenElement?.id === 'stage');
+    await isFull(page, 'stage');
     // As the browser does when another tab is shown.
     await page.evaluate(async () => {
         document.dispatchEvent(new Event('visibilitychange'));
@@ -265,7 +271,7 @@ pageTest('full screen comes with f and goes with f', {}, async (page) => {
     await page.waitForTimeout(1200);
     assert.equal((await stateOf(page)).state, 'playing');
     await page.dblclick('#stage', { position: { x: 100, y: 5 } }); // beside the picture
-    await page.waitForFunction(() => document.fullscreenElement?.id === 'stage');
+    await isFull(page, 'stage');
     await page.evaluate(() => document.exitFullscreen()); // as the browser does at Escape
     await isStill(page);
 });
