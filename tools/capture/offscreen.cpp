@@ -1,15 +1,15 @@
 #include "tools/capture/offscreen.h"
 
+#include "stage/enlarged_view.h"
+
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <GL/gl.h>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <dlfcn.h>
 #include <span>
 
 namespace {
@@ -20,22 +20,13 @@ constexpr int kMaxConfigs = 256;
 constexpr std::array kColourSizes = {EGL_RED_SIZE, EGL_GREEN_SIZE, EGL_BLUE_SIZE};
 constexpr EGLint kBitsOfAColour = 8;
 
-PictureSize window;
 PictureSize buffer;
-double scale = 1.0; // buffer pixels for one of the program's, from its first viewport on
 
 template <typename Function>
 Function extension(const char* name)
 {
     // EGL hands every function out under one type.
     return reinterpret_cast<Function>(eglGetProcAddress(name));
-}
-
-// The function of this name that the program would have called without this library.
-template <typename Function>
-Function original(const char* name)
-{
-    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
 bool softwareOnly()
@@ -102,18 +93,12 @@ bool openOn(EGLDisplay display)
            eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
 }
 
-// A length or a place along one axis, from the program's pixels to the buffer's.
-int scaled(int place, int windowLength, int bufferLength)
-{
-    return static_cast<int>(std::lround((place - windowLength / 2.0) * scale + bufferLength / 2.0));
-}
-
 } // namespace
 
-bool openOffscreen(PictureSize windowSize, PictureSize bufferSize)
+bool openOffscreen(PictureSize window, PictureSize bufferSize)
 {
-    window = windowSize;
     buffer = bufferSize;
+    enlarge(window, buffer, Fit::view);
     if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE || !std::ranges::any_of(displays(), openOn)) {
         std::fputs("kso: OpenGL does not draw without a window here (EGL finds no device for it)\n",
                    stderr);
@@ -141,28 +126,3 @@ void readPicture(std::vector<std::uint8_t>& pixels)
         std::memcpy(&pixels[row * rowBytes], &bottomUp[(rows - 1 - row) * rowBytes], rowBytes);
     }
 }
-
-// What follows stands before OpenGL's own functions of these names.
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
-extern "C" {
-
-void glViewport(GLint x, GLint y, GLsizei width, GLsizei height)
-{
-    static const auto real = original<decltype(&glViewport)>("glViewport");
-    static const double fitting = std::min(static_cast<double>(buffer.width) / width,
-                                           static_cast<double>(buffer.height) / height);
-    scale = fitting;
-    const int left = scaled(x, window.width, buffer.width);
-    const int bottom = scaled(y, window.height, buffer.height);
-    real(left, bottom, scaled(x + width, window.width, buffer.width) - left,
-         scaled(y + height, window.height, buffer.height) - bottom);
-}
-
-void glLineWidth(GLfloat width)
-{
-    static const auto real = original<decltype(&glLineWidth)>("glLineWidth");
-    real(width * static_cast<GLfloat>(scale));
-}
-
-} // extern "C"
-// NOLINTEND(readability-inconsistent-declaration-parameter-name)

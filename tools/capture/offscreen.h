@@ -1,12 +1,9 @@
 // OpenGL without a window or a display: a buffer in memory that the program draws into as if it
 // were its window, enlarged.
-//
-// The picture keeps its shape: the program's first viewport is scaled until it touches two sides of
-// the buffer and stays in the middle. Viewports and line widths scale, and with them all that
-// OpenGL draws; what the program draws by itself into textures keeps its size in texels.
+// Its first viewport is enlarged until it touches two sides of the buffer (stage/enlarged_view.h).
 #pragma once
 
-#include "tools/capture/picture_size.h"
+#include "stage/picture_size.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/capture/picture_size.h"
+#include "stage/picture_size.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The options of a recording, from the command line.
 #pragma once
 
-#include "tools/capture/picture_size.h"
+#include "stage/picture_size.h"
 #include "virtual/timing.h"
 
 #include <cstdint>

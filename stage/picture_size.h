@@ -6,4 +6,6 @@
 struct PictureSize {
     int width = kWindowWidth;
     int height = kWindowHeight;
+
+    bool operator==(const PictureSize&) const = default;
 };
