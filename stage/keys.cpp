@@ -1,0 +1,45 @@
+#include "stage/keys.h"
+
+bool isForTheShow(SDL_Scancode key)
+{
+    switch (key) {
+    case SDL_SCANCODE_UNKNOWN: // keys of laptops for fans, radios, touchpads
+    case SDL_SCANCODE_LCTRL:
+    case SDL_SCANCODE_LSHIFT:
+    case SDL_SCANCODE_LALT:
+    case SDL_SCANCODE_LGUI:
+    case SDL_SCANCODE_RCTRL:
+    case SDL_SCANCODE_RSHIFT:
+    case SDL_SCANCODE_RALT:
+    case SDL_SCANCODE_RGUI:
+    case SDL_SCANCODE_MODE:
+    case SDL_SCANCODE_CAPSLOCK:
+    case SDL_SCANCODE_NUMLOCKCLEAR:
+    case SDL_SCANCODE_SCROLLLOCK:
+    case SDL_SCANCODE_PRINTSCREEN:
+    case SDL_SCANCODE_SYSREQ:
+    case SDL_SCANCODE_MUTE:
+    case SDL_SCANCODE_VOLUMEUP:
+    case SDL_SCANCODE_VOLUMEDOWN:
+    case SDL_SCANCODE_AUDIOMUTE:
+    case SDL_SCANCODE_AUDIONEXT:
+    case SDL_SCANCODE_AUDIOPREV:
+    case SDL_SCANCODE_AUDIOSTOP:
+    case SDL_SCANCODE_AUDIOPLAY:
+    case SDL_SCANCODE_AUDIOREWIND:
+    case SDL_SCANCODE_AUDIOFASTFORWARD:
+    case SDL_SCANCODE_MEDIASELECT:
+    case SDL_SCANCODE_EJECT:
+    case SDL_SCANCODE_BRIGHTNESSDOWN:
+    case SDL_SCANCODE_BRIGHTNESSUP:
+    case SDL_SCANCODE_DISPLAYSWITCH:
+    case SDL_SCANCODE_KBDILLUMTOGGLE:
+    case SDL_SCANCODE_KBDILLUMDOWN:
+    case SDL_SCANCODE_KBDILLUMUP:
+    case SDL_SCANCODE_SLEEP:
+    case SDL_SCANCODE_POWER:
+        return false;
+    default:
+        return true;
+    }
+}
