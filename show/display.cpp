@@ -8,7 +8,13 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 #include <SDL.h>
+#include <array>
+#include <cstdio>
 #include <cstdlib>
+#include <string_view>
+
+// A library that takes SDL's place may lack this call.
+#pragma weak SDL_VideoDriverName
 
 namespace {
 
@@ -16,22 +22,62 @@ constexpr int kBitsPerPixel = 16;
 constexpr double kNearPlane = 0.1;
 constexpr double kFarPlane = 400.0;
 
+constexpr const char* kNoMode = "\nError swithing to %dx%d! Please make sure you"
+                                "\nHave %dx%d mode defined in your XF86Config!\n\n";
+
+// The mode that is being set right now; at other times its width is 0.
+struct {
+    int width = 0;
+    int height = 0;
+} modeAtWork;
+
+// Where no display answers, SDL may take a driver that draws into memory: the show would play to
+// its end unseen, and no key could reach it. Who names a driver gets that one.
+bool drawsUnseen()
+{
+    const char* const wanted = std::getenv("SDL_VIDEODRIVER");
+    if (SDL_VideoDriverName == nullptr || (wanted != nullptr && *wanted != '\0')) {
+        return false;
+    }
+    std::array<char, 16> name{};
+    return SDL_VideoDriverName(name.data(), static_cast<int>(name.size())) != nullptr &&
+           std::string_view(name.data()) == "offscreen";
+}
+
+// A server without OpenGL makes Xlib end the process while SDL sets the mode, with the status of a
+// show that ended well. It is too late for exit() to take another status.
+void reportModeAtExit()
+{
+    if (modeAtWork.width != 0) {
+        std::fprintf(stderr, kNoMode, modeAtWork.width, modeAtWork.height, modeAtWork.width,
+                     modeAtWork.height);
+        std::fflush(nullptr);
+        std::_Exit(0);
+    }
+}
+
+SDL_Surface* setMode(int width, int height, Uint32 flags)
+{
+    std::atexit(reportModeAtExit);
+    modeAtWork = {width, height};
+    SDL_Surface* const surface = SDL_SetVideoMode(width, height, kBitsPerPixel, flags);
+    modeAtWork = {};
+    return surface;
+}
+
 } // namespace
 
 void initVideo(int width, int height)
 {
-    if (SDL_Init(SDL_INIT_VIDEO) < 0) {
+    if (SDL_Init(SDL_INIT_VIDEO) < 0 || drawsUnseen()) {
         fatal(stderr, 0, "\nError initializing SDL!\n\n");
     }
 
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
 
     const Uint32 flags = SDL_OPENGL | (options.fullscreen ? SDL_FULLSCREEN : 0U);
-    if (SDL_SetVideoMode(width, height, kBitsPerPixel, flags) == nullptr) {
-        fatal(stderr, 0,
-              "\nError swithing to %dx%d! Please make sure you"
-              "\nHave %dx%d mode defined in your XF86Config!\n\n",
-              width, height, width, height);
+    if (setMode(width, height, flags) == nullptr) {
+        fatal(stderr, 0, kNoMode, width, height, width, height);
     }
 
     std::atexit(SDL_Quit);

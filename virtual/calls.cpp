@@ -47,6 +47,12 @@ void SDL_Quit()
     tell("SDL_Quit");
 }
 
+// No driver has a name here.
+char* SDL_VideoDriverName(char* /*name*/, int /*size*/)
+{
+    return nullptr;
+}
+
 int SDL_GL_SetAttribute(SDL_GLattr attribute, int value)
 {
     return statusOf(tell(text("SDL_GL_SetAttribute %d %d", static_cast<int>(attribute), value)));

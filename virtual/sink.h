@@ -18,8 +18,9 @@ public:
     virtual ~Sink() = default;
 
     // The program calls SDL or time(): the call's name, then its arguments, before it has any
-    // effect. SDL_GetTicks and SDL_PollEvent are left out, since they only move the world on. False
-    // makes the call fail, if it is one that can.
+    // effect. SDL_GetTicks and SDL_PollEvent are left out, since they only move the world on, and
+    // so is SDL_VideoDriverName, which changes nothing. False makes the call fail, if it is one
+    // that can.
     virtual bool call(const std::string& /*words*/) { return true; }
 
     // The program opens its window, in pixels. False makes that fail.

@@ -18,6 +18,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
+constexpr const char* kNoModeText = "\nError swithing to 640x480! Please make sure you"
+                                    "\nHave 640x480 mode defined in your XF86Config!\n\n";
+
 const Calls kBlackFrame = {"glClear 0x4000", "SDL_GL_SwapBuffers"};
 
 Calls words(const std::string& text)
@@ -202,8 +205,6 @@ TEST(Show, PlaysSilentlyInRealTime)
 
 TEST(Show, FailsWithItsMessageAndStatusZero)
 {
-    constexpr const char* kNoModeText = "\nError swithing to 640x480! Please make sure you"
-                                        "\nHave 640x480 mode defined in your XF86Config!\n\n";
     constexpr const char* kNoDeviceText = "Error!\nError initializing output device.\n";
 
     struct Row {
@@ -227,5 +228,18 @@ TEST(Show, FailsWithItsMessageAndStatusZero)
         EXPECT_EQ(outcome.output, row.output);
         EXPECT_EQ(outcome.errors, row.errors);
         EXPECT_THAT(outcome.frames, IsEmpty()) << row.output << row.errors;
+    }
+}
+
+// Xlib does that where a server has no OpenGL. Elsewhere the status is the other library's.
+TEST(Show, ReportsTheModeInWhichALibraryEndsIt)
+{
+    const Outcome inMode = perform({.exitingCall = "SDL_SetVideoMode"});
+    EXPECT_EQ(inMode.status, 0);
+    EXPECT_EQ(inMode.errors, kNoModeText);
+    for (const char* call : {"SDL_Init", "SDL_ShowCursor", "SDL_OpenAudio"}) {
+        const Outcome outcome = perform({.exitingCall = call});
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_EQ(outcome.errors, "") << call;
     }
 }

@@ -50,12 +50,19 @@ void writePictures(const fs::path& folder, const Performance& performance)
     const auto set = [](const char* name, const std::string& value) {
         ::setenv(name, value.c_str(), 1);
     };
-    set("LD_PRELOAD", KSO_STAND_IN);
+    if (performance.standIn) {
+        set("LD_PRELOAD", KSO_STAND_IN);
+    }
     set("STAND_IN_LOG", (folder / "log").string());
     set("STAND_IN_FPS", std::to_string(performance.framesPerSecond));
     set("STAND_IN_FRAMES", std::to_string(performance.frameCount));
     set("STAND_IN_EVENTS", performance.events);
     set("STAND_IN_FAIL", performance.failingCall);
+    set("STAND_IN_EXIT", performance.exitingCall);
+
+    for (const auto& [name, value] : performance.environment) {
+        value ? set(name.c_str(), *value) : static_cast<void>(::unsetenv(name.c_str()));
+    }
 
     fs::current_path(folder);
     if (std::freopen("output", "w", stdout) && std::freopen("errors", "w", stderr)) {

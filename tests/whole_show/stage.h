@@ -8,6 +8,12 @@
 #include <string>
 #include <vector>
 
+// What a performance changes in the environment; no value takes the variable away.
+struct Variable {
+    std::string name;
+    std::optional<std::string> value = {};
+};
+
 struct Performance {
     std::vector<std::string> arguments = {"-window"};
     std::optional<XmModule> module = scriptedModule(1, {}); // none: the file is missing
@@ -15,9 +21,12 @@ struct Performance {
     int frameCount = 0;           // the window is closed after so many; 0 never
     std::string events = {};      // see stand_in.cpp
     std::string failingCall = {}; // see stand_in.cpp
+    std::string exitingCall = {}; // see stand_in.cpp
     std::string moduleBytes = {}; // instead of `module`, if not empty
     std::string missingPicture = {};
     std::string wrongPicture = {}; // holds a small title instead
+    bool standIn = true;           // else SDL and OpenGL themselves
+    std::vector<Variable> environment = {};
 };
 
 struct Outcome {

@@ -9,6 +9,7 @@
 //   STAND_IN_EVENTS  further events, "FRAME:TYPE,FRAME:TYPE,..." with SDL's type numbers, the first
 //                    frame being 0
 //   STAND_IN_FAIL    the name of one SDL call that fails
+//   STAND_IN_EXIT    the name of one SDL call in which the process ends with status 1
 
 #include "tests/whole_show/gl_log.h"
 #include "virtual/environment.h"
@@ -49,7 +50,11 @@ public:
     bool call(const std::string& words) override
     {
         tell(words);
-        return words.substr(0, words.find(' ')) != environmentText("STAND_IN_FAIL");
+        const std::string name = words.substr(0, words.find(' '));
+        if (name == environmentText("STAND_IN_EXIT")) {
+            std::exit(1);
+        }
+        return name != environmentText("STAND_IN_FAIL");
     }
 
     void passEnds(std::uint64_t frame) override

@@ -27,6 +27,9 @@ int SDL_GL_SetAttribute(SDL_GLattr attribute, int value);
 SDL_Surface* SDL_SetVideoMode(int width, int height, int bitsPerPixel, Uint32 flags);
 int SDL_ShowCursor(int toggle);
 
+// No driver has a name here: null.
+char* SDL_VideoDriverName(char* name, int size);
+
 // Ends the frame's list; the page draws it.
 void SDL_GL_SwapBuffers(void);
 

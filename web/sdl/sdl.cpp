@@ -32,6 +32,11 @@ int SDL_ShowCursor(int toggle)
     return toggle;
 }
 
+char* SDL_VideoDriverName(char* /*name*/, int /*size*/)
+{
+    return nullptr;
+}
+
 void SDL_GL_SwapBuffers()
 {
     endFrameList();
