@@ -29,25 +29,27 @@ constexpr unsigned kEffectField = 0x08;
 constexpr unsigned kParameterField = 0x10;
 constexpr unsigned kAllFields = 0x1F;
 
-constexpr std::uint8_t kAdpcmSample = 0xAD;
-constexpr unsigned kWideSample = 0x10 | 0x20; // 16 bit, stereo: never packed as ADPCM
-
-// A place in the file. It may lie past the end, after a sample that was cut short; then there is
-// nothing left to read.
+// A place in the file, at most its end.
 class Place {
 public:
     explicit Place(std::span<std::uint8_t> file) : file_(file) {}
 
-    [[nodiscard]] bool holds(std::uint64_t bytes) const
+    [[nodiscard]] bool holds(std::uint64_t bytes) const { return bytes <= file_.size() - at_; }
+
+    // Goes on; false if the file ends before that.
+    bool skip(std::uint64_t bytes)
     {
-        return at_ <= file_.size() && bytes <= file_.size() - at_;
+        if (!holds(bytes)) {
+            return false;
+        }
+        at_ += static_cast<std::size_t>(bytes);
+        return true;
     }
-    void skip(std::uint64_t bytes) { at_ += bytes; }
 
     // The next bytes; only after holds() was true for them.
     [[nodiscard]] std::span<std::uint8_t> bytes(std::size_t count) const
     {
-        return file_.subspan(static_cast<std::size_t>(at_), count);
+        return file_.subspan(at_, count);
     }
     [[nodiscard]] unsigned u8(std::size_t offset) const { return bytes(offset + 1)[offset]; }
     [[nodiscard]] unsigned u16(std::size_t offset) const
@@ -61,7 +63,7 @@ public:
 
 private:
     std::span<std::uint8_t> file_;
-    std::uint64_t at_ = 0;
+    std::size_t at_ = 0;
 };
 
 // Takes the Zxx effects out of one pattern's data. If it ends early, its other cells are empty.
@@ -69,30 +71,29 @@ void takeFromPattern(std::span<std::uint8_t> data, unsigned pattern, unsigned ro
                      unsigned channels, std::vector<ZxxCell>& cells)
 {
     std::size_t at = 0;
-    for (unsigned row = 0; row < rows; ++row) {
-        for (unsigned channel = 0; channel < channels && at < data.size(); ++channel) {
-            unsigned fields = kAllFields;
-            if ((data[at] & kPackedCell) != 0) {
-                fields = data[at] & kAllFields;
-                ++at;
-            }
-            at += static_cast<std::size_t>(std::popcount(fields & kFieldsBeforeEffect));
+    const std::uint64_t count = std::uint64_t{rows} * channels;
+    for (std::uint64_t cell = 0; cell < count && at < data.size(); ++cell) {
+        unsigned fields = kAllFields;
+        if ((data[at] & kPackedCell) != 0) {
+            fields = data[at] & kAllFields;
+            ++at;
+        }
+        at += static_cast<std::size_t>(std::popcount(fields & kFieldsBeforeEffect));
 
-            const std::size_t effectAt = at;
-            const bool hasEffect = (fields & kEffectField) != 0 && effectAt < data.size();
-            at += (fields & kEffectField) != 0 ? 1 : 0;
-            const std::size_t parameterAt = at;
-            const bool hasParameter = (fields & kParameterField) != 0 && parameterAt < data.size();
-            at += (fields & kParameterField) != 0 ? 1 : 0;
+        const std::size_t effectAt = at;
+        const bool hasEffect = (fields & kEffectField) != 0 && effectAt < data.size();
+        at += (fields & kEffectField) != 0 ? 1 : 0;
+        const std::size_t parameterAt = at;
+        const bool hasParameter = (fields & kParameterField) != 0 && parameterAt < data.size();
+        at += (fields & kParameterField) != 0 ? 1 : 0;
 
-            if (hasEffect && data[effectAt] == kZxxEffect) {
-                cells.push_back({.pattern = static_cast<std::uint16_t>(pattern),
-                                 .row = static_cast<std::uint16_t>(row),
-                                 .parameter = hasParameter ? data[parameterAt] : std::uint8_t{0}});
-                data[effectAt] = 0;
-                if (hasParameter) {
-                    data[parameterAt] = 0;
-                }
+        if (hasEffect && data[effectAt] == kZxxEffect) {
+            cells.push_back({.pattern = static_cast<std::uint16_t>(pattern),
+                             .row = static_cast<std::uint16_t>(cell / channels),
+                             .parameter = hasParameter ? data[parameterAt] : std::uint8_t{0}});
+            data[effectAt] = 0;
+            if (hasParameter) {
+                data[parameterAt] = 0;
             }
         }
     }
@@ -121,10 +122,10 @@ bool walkPatterns(Place& place, unsigned version, unsigned patterns, unsigned ch
     return true;
 }
 
-// Walks over one instrument's header and its samples' headers and appends the samples' lengths in
-// the file to `sampleBytes`. Some trackers write short instrument headers, so the size that each
-// header states is used; sample headers always have the same size, whatever the instrument states.
-bool walkInstrument(Place& place, std::vector<std::uint64_t>& sampleBytes)
+// Walks over the headers of one instrument and its samples. Some trackers write short instrument
+// headers, so the size that each header states is used; sample headers always have the same size,
+// whatever the instrument states.
+bool walkInstrument(Place& place)
 {
     if (!place.holds(4)) {
         return false;
@@ -135,31 +136,7 @@ bool walkInstrument(Place& place, std::vector<std::uint64_t>& sampleBytes)
         return false;
     }
     const unsigned samples = headerBytes < kShortInstrumentHeaderBytes ? 0 : place.u16(27);
-    place.skip(headerBytes);
-
-    for (unsigned i = 0; i < samples; ++i) {
-        if (!place.holds(kSampleHeaderBytes)) {
-            return false;
-        }
-        const std::uint64_t length = place.u32(0);
-        const bool adpcm = place.u8(17) == kAdpcmSample && (place.u8(14) & kWideSample) == 0;
-        sampleBytes.push_back(adpcm && length > 0 ? 16 + (length + 1) / 2 : length);
-        place.skip(kSampleHeaderBytes);
-    }
-    return true;
-}
-
-// The first byte of each sample has to be there, so only the last one may be cut short.
-bool walkSamples(Place& place, std::vector<std::uint64_t>& sampleBytes)
-{
-    for (const std::uint64_t bytes : sampleBytes) {
-        if (bytes > 0 && !place.holds(1)) {
-            return false;
-        }
-        place.skip(bytes);
-    }
-    sampleBytes.clear();
-    return true;
+    return place.skip(headerBytes) && place.skip(std::uint64_t{samples} * kSampleHeaderBytes);
 }
 
 } // namespace
@@ -189,20 +166,12 @@ SoundError takeZxxCells(std::span<std::uint8_t> file, std::vector<ZxxCell>& cell
     if (kHeaderSizeAt + std::uint64_t{headerBytes} < kFixedHeaderBytes) {
         return SoundError::unreadableFile;
     }
-    place.skip(kHeaderSizeAt + std::uint64_t{headerBytes});
-
     // Old files have all headers first, then the patterns, then all samples; newer ones have the
-    // patterns first and each instrument's samples right after its headers.
-    std::vector<std::uint64_t> sampleBytes;
-    const bool patternsFirst = version >= kPatternsFirstVersion;
-    bool whole = !patternsFirst || walkPatterns(place, version, patterns, channels, cells);
-    for (unsigned i = 0; i < instruments && whole; ++i) {
-        whole = walkInstrument(place, sampleBytes) &&
-                (!patternsFirst || walkSamples(place, sampleBytes));
+    // patterns first.
+    bool walked = place.skip(kHeaderSizeAt + std::uint64_t{headerBytes});
+    for (unsigned i = 0; i < instruments && version < kPatternsFirstVersion && walked; ++i) {
+        walked = walkInstrument(place);
     }
-    if (!patternsFirst) {
-        whole = whole && walkPatterns(place, version, patterns, channels, cells) &&
-                walkSamples(place, sampleBytes);
-    }
-    return whole ? SoundError::none : SoundError::unreadableFile;
+    walked = walked && walkPatterns(place, version, patterns, channels, cells);
+    return walked ? SoundError::none : SoundError::unreadableFile;
 }

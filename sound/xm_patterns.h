@@ -19,8 +19,7 @@ struct ZxxCell {
 // puts it into `cells`: by pattern and row, and within a row in channel order. Nothing else in the
 // file changes.
 //
-// Reads the whole file: patterns, instrument headers, and the headers of the instruments' samples
-// have to be there, and so has the beginning of every sample's data; only the last sample may end
-// early. For other files it returns unknownFormat (not an XM file), unknownVersion or
-// unreadableFile, and may have changed a part of `file`.
+// Reads up to the end of the patterns; whether what lies behind them is good is for the player to
+// say. For other files it returns unknownFormat (not an XM file), unknownVersion or unreadableFile
+// (it ends in a pattern or before), and may have changed a part of `file`.
 SoundError takeZxxCells(std::span<std::uint8_t> file, std::vector<ZxxCell>& cells);

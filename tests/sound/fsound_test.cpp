@@ -1,4 +1,5 @@
 #include "sound/fsound.h"
+#include "sound/module.h"
 #include "tests/support/test_module.h"
 
 #include <SDL.h>
@@ -74,7 +75,7 @@ void closeQuickly(FMUSIC_MODULE* module)
 
 } // namespace
 
-// Where a file is too short, its end tells; here are the other faults.
+// Other faults than a file that ends too early. Those behind the patterns are none to the player.
 TEST(Fsound, NamesWhatIsWrongWithAFile)
 {
     ASSERT_TRUE(openSilently());
@@ -92,9 +93,9 @@ TEST(Fsound, NamesWhatIsWrongWithAFile)
         {"NoChannels",            68,                {0},                  11},
         {"PatternHeaderTooShort", kPatternsAt,       {8},                  11},
         {"DefaultRows",           kPatternsAt + 5,   {0},                  0},
-        {"InstrumentTooLong",     instrumentAt,      {255, 255, 255, 255}, 11},
+        {"InstrumentTooLong",     instrumentAt,      {255, 255, 255, 255}, 0},
         {"InstrumentFullSize",    instrumentAt,      {0, 0},               0},
-        {"SecondSampleMissing",   instrumentAt + 27, {2},                  11},
+        {"SecondSampleMissing",   instrumentAt + 27, {2},                  0},
         {"SampleCutShort",        sampleAt,          {255, 255, 255, 255}, 0},
     };
     // clang-format on
@@ -108,6 +109,25 @@ TEST(Fsound, NamesWhatIsWrongWithAFile)
     EXPECT_EQ(errorOf(load(huge) != nullptr), 11);
     EXPECT_EQ(errorOf(FMUSIC_LoadSong("no/such.xm") != nullptr), 9);
     EXPECT_EQ(errorOf(FMUSIC_LoadSong("/dev/zero") != nullptr), 11);
+    FSOUND_Close();
+}
+
+// Songs that lack bytes of an instrument play all the same.
+TEST(Fsound, LoadsWhatEndsBehindItsPatterns)
+{
+    ASSERT_TRUE(openSilently());
+    XmModule song = makeModule(6, "Z40 / Z41");
+    song.instruments.resize(4, song.instruments[0]);
+    const Bytes whole = writeXm(song);
+    const std::size_t patternsEnd =
+        whole.size() - 4 * (kInstrumentBytes + kSampleHeaderBytes + kSampleBytes);
+    for (std::size_t size = patternsEnd; size < whole.size(); ++size) {
+        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        FMUSIC_MODULE* const module = load(cut);
+        ASSERT_NE(module, nullptr) << size << " of " << whole.size() << " bytes";
+        EXPECT_EQ(module->zxxCells.size(), 2U);
+        FMUSIC_FreeSong(module);
+    }
     FSOUND_Close();
 }
 

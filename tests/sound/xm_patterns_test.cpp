@@ -25,18 +25,21 @@ TEST(XmPatterns, TakesZxxCellsInEveryLayout)
     }
 }
 
-// Only the last sample may end early: every shorter file is refused, and none reads past its end.
-TEST(XmPatterns, RefusesEveryTruncation)
+// What lies behind the patterns is not looked at. In older files that is the sample alone. No
+// shorter file is accepted, and none is read past its end.
+TEST(XmPatterns, RefusesEveryFileThatEndsInAPattern)
 {
     for (const int version : kVersions) {
         const Bytes whole = writeAs(makeModule(6, kPatterns), version, true);
+        const std::size_t needed = whole.size() - kSampleBytes -
+                                   (version < 0x0104 ? 0 : kInstrumentBytes + kSampleHeaderBytes);
         for (std::size_t size = 0; size <= whole.size(); ++size) {
             // An allocation of this very size, so that a read behind it is seen.
             Bytes file(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
             std::vector<ZxxCell> cells;
-            const SoundError expected = size > whole.size() - kSampleBytes ? SoundError::none
-                                        : size < 17 ? SoundError::unknownFormat
-                                                    : SoundError::unreadableFile;
+            const SoundError expected = size >= needed ? SoundError::none
+                                        : size < 17    ? SoundError::unknownFormat
+                                                       : SoundError::unreadableFile;
             ASSERT_EQ(takeZxxCells(file, cells), expected) << version << ", " << size << " bytes";
         }
     }
