@@ -1,6 +1,7 @@
 #include "reference/plain_zoom_blur.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 
 PlainBlur::PlainBlur(int width, int height) : width_{width}, height_{height}
@@ -41,6 +42,9 @@ void PlainBlur::render(const std::uint8_t* source, std::uint32_t* target, int le
             sums = {source[0], source[1], source[2]};
             count = 1;
         }
-        target[i] = sums[2] / count * 65536 + sums[1] / count * 256 + sums[0] / count;
+        const std::array<std::uint8_t, 4> pixel = {static_cast<std::uint8_t>(sums[0] / count),
+                                                   static_cast<std::uint8_t>(sums[1] / count),
+                                                   static_cast<std::uint8_t>(sums[2] / count), 0};
+        target[i] = std::bit_cast<std::uint32_t>(pixel);
     }
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -35,6 +36,22 @@ TEST(ZoomBlur, AveragesTheSamplesThatThereAre)
             ASSERT_EQ(target, expected) << levels << " levels of " << width << " x " << height;
         }
     }
+}
+
+// Whatever the machine's order of bytes in a word, they lie in memory as the source's do.
+TEST(ZoomBlur, WritesTheChannelsInTheSourcesOrder)
+{
+    constexpr std::array<std::uint8_t, 8> kSource = {1, 2, 3, 4, 50, 60, 70, 80};
+    constexpr std::array<std::uint8_t, 8> kExpected = {1, 2, 3, 0, 50, 60, 70, 0};
+    std::array<std::uint32_t, 2> target{};
+    ZoomBlur blur;
+    blur.build(2, 1);
+    blur.setSource(kSource.data());
+    blur.setTarget(target.data());
+    blur.render(1);
+    EXPECT_EQ((std::bit_cast<std::array<std::uint8_t, 8>>(target)), kExpected);
+    PlainBlur{2, 1}.render(kSource.data(), target.data(), 1);
+    EXPECT_EQ((std::bit_cast<std::array<std::uint8_t, 8>>(target)), kExpected) << "the plain form";
 }
 
 TEST(ZoomBlurDeathTest, DiesWithAMessageWhenThereIsNoMemory)
