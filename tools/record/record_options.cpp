@@ -1,5 +1,6 @@
 #include "tools/record/record_options.h"
 
+#include "tools/record/places.h"
 #include "tools/record/record_error.h"
 
 #include <algorithm>
@@ -231,7 +232,7 @@ std::optional<std::uint64_t> RecordOptions::endFrame() const
 RecordOptions readRecordOptions(std::span<const char* const> arguments)
 {
     RecordOptions options;
-    options.show = KSO_FOLDER;
+    options.show = findPlaces().folder;
     while (!arguments.empty()) {
         const Text name = arguments.front();
         arguments = arguments.subspan(1);

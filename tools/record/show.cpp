@@ -1,6 +1,7 @@
 #include "tools/record/show.h"
 
 #include "tools/capture/settings.h"
+#include "tools/record/places.h"
 #include "tools/record/record_error.h"
 
 #include <cerrno>
@@ -26,7 +27,7 @@ std::string inherited(const char* name)
 Command showCommand(const RecordOptions& options, const std::string& wanted)
 {
     Command command;
-    command.words = {KSO_PROGRAM};
+    command.words = {findPlaces().program};
     command.words.insert(command.words.end(), options.programArguments.begin(),
                          options.programArguments.end());
     command.folder = options.show;
@@ -56,9 +57,10 @@ Show::Show(const RecordOptions& options, const std::string& wanted)
 {
     Command command = showCommand(options, wanted);
     Pipe packets = makePipe();
-    const FileDescriptor library(::open(KSO_CAPTURE, O_RDONLY | O_CLOEXEC));
+    const std::string libraryPath = findPlaces().captureLibrary;
+    const FileDescriptor library(::open(libraryPath.c_str(), O_RDONLY | O_CLOEXEC));
     if (!library.isOpen()) {
-        throw RecordError(std::string("cannot read ") + KSO_CAPTURE + ": " + std::strerror(errno));
+        throw RecordError("cannot read " + libraryPath + ": " + std::strerror(errno));
     }
     command.descriptors = {
         {packets.writeEnd.number(), kPipeNumber   },
