@@ -38,3 +38,20 @@ function(kso_program name)
     target_link_libraries(kso_${name} PRIVATE kso::settings)
     set_property(GLOBAL APPEND PROPERTY KSO_TARGETS kso_${name})
 endfunction()
+
+# kso_finds_its_places(TARGET PROGRAM LIBRARY): findPlaces (packaging/places.h) for a target, which is
+# or becomes a part of PROGRAM: the ways from that to the show, to LIBRARY and to the data.
+function(kso_finds_its_places target program library)
+    file(RELATIVE_PATH bin_to_libexec
+        ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBEXECDIR}/kso)
+    file(RELATIVE_PATH bin_to_data ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/kso)
+    set(built $<TARGET_FILE_DIR:${program}>)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/packaging/places.cpp)
+    target_compile_definitions(${target} PRIVATE
+        KSO_INSTALLED_PROGRAM="${bin_to_libexec}/kso"
+        KSO_INSTALLED_LIBRARY="${bin_to_libexec}/$<TARGET_FILE_NAME:${library}>"
+        KSO_INSTALLED_FOLDER="${bin_to_data}"
+        KSO_BUILT_PROGRAM="$<PATH:RELATIVE_PATH,$<TARGET_FILE:kso>,${built}>"
+        KSO_BUILT_LIBRARY="$<PATH:RELATIVE_PATH,$<TARGET_FILE:${library}>,${built}>"
+        KSO_SOURCE_FOLDER="$<PATH:RELATIVE_PATH,${PROJECT_SOURCE_DIR},${built}>")
+endfunction()

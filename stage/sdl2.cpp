@@ -22,6 +22,7 @@ bool findAll(void* library, Sdl2& sdl)
            find(library, "SDL_QuitSubSystem", sdl.quitSubSystem) &&
            find(library, "SDL_GetCurrentVideoDriver", sdl.getCurrentVideoDriver) &&
            find(library, "SDL_GetNumVideoDisplays", sdl.getNumVideoDisplays) &&
+           find(library, "SDL_GetDisplayBounds", sdl.getDisplayBounds) &&
            find(library, "SDL_GetDisplayUsableBounds", sdl.getDisplayUsableBounds) &&
            find(library, "SDL_GetCurrentDisplayMode", sdl.getCurrentDisplayMode) &&
            find(library, "SDL_GetWindowDisplayIndex", sdl.getWindowDisplayIndex) &&

@@ -12,6 +12,7 @@ struct Sdl2 {
     decltype(&SDL_QuitSubSystem) quitSubSystem = nullptr;
     decltype(&SDL_GetCurrentVideoDriver) getCurrentVideoDriver = nullptr;
     decltype(&SDL_GetNumVideoDisplays) getNumVideoDisplays = nullptr;
+    decltype(&SDL_GetDisplayBounds) getDisplayBounds = nullptr;
     decltype(&SDL_GetDisplayUsableBounds) getDisplayUsableBounds = nullptr;
     decltype(&SDL_GetCurrentDisplayMode) getCurrentDisplayMode = nullptr;
     decltype(&SDL_GetWindowDisplayIndex) getWindowDisplayIndex = nullptr;

@@ -115,7 +115,7 @@ SDL_Surface* Stage::setVideoMode(int width, int height, int bitsPerPixel, Uint32
     wishes.isFullScreen = (flags & SDL_FULLSCREEN) != 0;
     wishes.picture = settings_.size;
     wishes.display = settings_.display;
-    wishes.icon = "data/icon.bmp";
+    wishes.icon = environmentText(setting::kIcon);
     if (const std::string problem = window_.open(wishes); !problem.empty()) {
         leaveToSdl(problem);
         if (original<decltype(&SDL_Init)>("SDL_Init")(SDL_INIT_VIDEO) < 0) {

@@ -70,9 +70,19 @@ std::string Window::openWindow()
         display = 0;
     }
 
+    const int centre = static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display));
     SDL_Rect desktop{};
-    sdl.getDisplayUsableBounds(display, &desktop);
-    const PictureSize start = wishes_.picture.value_or(comfortableWindow({desktop.w, desktop.h}));
+    SDL_Rect place{centre, centre, 0, 0};
+    if (wishes_.isFullScreen) {
+        // Where there is no window manager, it stays as large as it is made.
+        sdl.getDisplayBounds(display, &place);
+    } else {
+        sdl.getDisplayUsableBounds(display, &desktop);
+        const PictureSize start =
+            wishes_.picture.value_or(comfortableWindow({desktop.w, desktop.h}));
+        place.w = start.width;
+        place.h = start.height;
+    }
 
     sdl.glSetAttribute(SDL_GL_DOUBLEBUFFER, 1);
     sdl.glSetAttribute(SDL_GL_RED_SIZE, kBitsOfAColour);
@@ -82,8 +92,7 @@ std::string Window::openWindow()
     const Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI |
                          (wishes_.isFullScreen ? SDL_WINDOW_FULLSCREEN_DESKTOP
                                                : SDL_WINDOW_RESIZABLE | SDL_WINDOW_HIDDEN);
-    const int centre = static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display));
-    handles_->window = sdl.createWindow(kTitle, centre, centre, start.width, start.height, flags);
+    handles_->window = sdl.createWindow(kTitle, place.x, place.y, place.w, place.h, flags);
     if (handles_->window == nullptr) {
         return sdl.getError();
     }

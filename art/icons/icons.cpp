@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <fstream>
 #include <glm/common.hpp>
 #include <glm/geometric.hpp>
 #include <memory>
@@ -74,6 +75,8 @@ glm::vec3 eclipseAt(glm::vec2 way, float ring)
     return glm::mix(sky, brightest(sky) * kEmber, 0.85F * warm);
 }
 
+constexpr int kWindowIcon = 64;
+
 Picture drawIcon(const Icon& icon)
 {
     const int size = icon.size * icon.finer;
@@ -110,6 +113,46 @@ void writePng(const Picture& picture, const std::string& path)
     }
 }
 
+// A bitmap file with alpha, which SDL can read for the window's icon: a header of the fourth
+// version, and rows from the bottom up.
+void writeBmp(const Picture& picture, const std::string& path)
+{
+    constexpr std::uint32_t kFileHeaderBytes = 14;
+    constexpr std::uint32_t kHeaderBytes = 108;
+    constexpr std::uint32_t kBitfields = 3; // the masks say where the colours are
+    const auto width = static_cast<std::uint32_t>(picture.width());
+    const auto height = static_cast<std::uint32_t>(picture.height());
+    const std::uint32_t begin = kFileHeaderBytes + kHeaderBytes;
+
+    std::ofstream file(path, std::ios::binary);
+    const auto put = [&](std::uint32_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i) {
+            file.put(static_cast<char>(value >> 8 * i & 0xFFU));
+        }
+    };
+    file << "BM";
+    for (const std::uint32_t value :
+         {begin + 4 * width * height, 0U, begin, kHeaderBytes, width, height, 1U | 32U << 16U,
+          kBitfields, 0U, 0U, 0U, 0U, 0U, 0x00FF0000U, 0x0000FF00U, 0x000000FFU, 0xFF000000U}) {
+        put(value, 4);
+    }
+    file << "BGRs"; // the usual colours; what would describe others follows
+    file << std::string(48, '\0');
+    for (int y = picture.height() - 1; y >= 0; --y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const glm::vec4 value = picture.at(x, y);
+            const glm::vec3 colour = glm::vec3(value) / glm::max(value.a, 1.0F / 255.0F);
+            const glm::vec4 straight = glm::round(glm::vec4(colour, value.a) * 255.0F);
+            for (const int channel : {2, 1, 0, 3}) {
+                put(static_cast<std::uint32_t>(straight[channel]), 1);
+            }
+        }
+    }
+    if (!file.flush()) {
+        throw std::runtime_error("cannot write " + path);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -124,6 +167,9 @@ int main(int argc, char** argv)
                 std::string(argv[1]) + "/kso-" + std::to_string(icon.size) + ".png";
             writePng(drawIcon(icon), path);
             std::printf("%s\n", path.c_str());
+            if (icon.size == kWindowIcon) {
+                writeBmp(drawIcon(icon), std::string(argv[1]) + "/window.bmp");
+            }
         }
     } catch (const std::exception& fault) {
         std::fprintf(stderr, "%s: %s\n", argv[0], fault.what());

@@ -2,7 +2,7 @@
 file(REMOVE_RECURSE ${MADE})
 file(MAKE_DIRECTORY ${MADE})
 execute_process(COMMAND ${PROGRAM} ${MADE} COMMAND_ERROR_IS_FATAL ANY)
-file(GLOB pictures RELATIVE ${MADE} ${MADE}/*.tga ${MADE}/*.png)
+file(GLOB pictures RELATIVE ${MADE} ${MADE}/*.bmp ${MADE}/*.tga ${MADE}/*.png)
 if(NOT pictures)
     message(FATAL_ERROR "${PROGRAM} makes no picture")
 endif()

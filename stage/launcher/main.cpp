@@ -1,9 +1,9 @@
 // Starts the show: on the stage, or plain, from wherever it is installed.
 
+#include "packaging/places.h"
 #include "stage/launcher/child.h"
 #include "stage/launcher/launch_options.h"
 #include "stage/launcher/message_box.h"
-#include "stage/launcher/places.h"
 #include "stage/sdl2.h"
 #include "stage/settings.h"
 
@@ -55,11 +55,12 @@ bool preload(const std::filesystem::path& library)
     return true;
 }
 
-void setStage(const LaunchOptions& options)
+void setStage(const LaunchOptions& options, const Places& places)
 {
     const PictureSize size = options.size.value_or(PictureSize{});
     set(setting::kSize,
         options.size ? std::to_string(size.width) + 'x' + std::to_string(size.height) : "");
+    set(setting::kIcon, places.icon);
     set(setting::kDisplay, options.display ? std::to_string(*options.display) : "");
     set(setting::kRefresh, options.refresh ? std::to_string(*options.refresh) : "");
     set(setting::kPace, options.pacesByTime ? "time" : "");
@@ -74,8 +75,8 @@ void prepare(const LaunchOptions& options, const Places& places)
     setUnlessSet("SDL_VIDEO_WAYLAND_WMCLASS", "kso");
     // Kicks die away by a step a frame, so they look as they should only at the display's rate.
     setUnlessSet("SDL12COMPAT_SYNC_TO_VBLANK", "1");
-    if (!options.isPlain && preload(places.stageLibrary)) {
-        setStage(options);
+    if (!options.isPlain && preload(places.library)) {
+        setStage(options, places);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "tools/record/record_options.h"
 
-#include "tools/record/places.h"
+#include "packaging/places.h"
 #include "tools/record/record_error.h"
 
 #include <algorithm>

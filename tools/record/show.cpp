@@ -1,7 +1,7 @@
 #include "tools/record/show.h"
 
+#include "packaging/places.h"
 #include "tools/capture/settings.h"
-#include "tools/record/places.h"
 #include "tools/record/record_error.h"
 
 #include <cerrno>
@@ -57,7 +57,7 @@ Show::Show(const RecordOptions& options, const std::string& wanted)
 {
     Command command = showCommand(options, wanted);
     Pipe packets = makePipe();
-    const std::string libraryPath = findPlaces().captureLibrary;
+    const std::string libraryPath = findPlaces().library;
     const FileDescriptor library(::open(libraryPath.c_str(), O_RDONLY | O_CLOEXEC));
     if (!library.isOpen()) {
         throw RecordError("cannot read " + libraryPath + ": " + std::strerror(errno));

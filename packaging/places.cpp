@@ -1,4 +1,4 @@
-#include "tools/record/places.h"
+#include "packaging/places.h"
 
 #include <system_error>
 
@@ -20,11 +20,12 @@ Places findPlaces()
     const std::filesystem::path here = ownFolder();
     const auto from = [&](const char* way) { return (here / way).lexically_normal(); };
 
-    Places places{from(KSO_INSTALLED_PROGRAM), from(KSO_INSTALLED_CAPTURE),
-                  from(KSO_INSTALLED_FOLDER)};
+    Places places{from(KSO_INSTALLED_PROGRAM), from(KSO_INSTALLED_LIBRARY),
+                  from(KSO_INSTALLED_FOLDER), from(KSO_INSTALLED_FOLDER "/window.bmp")};
     std::error_code ignored;
     if (!std::filesystem::exists(places.program, ignored)) {
-        places = {from(KSO_BUILT_PROGRAM), from(KSO_BUILT_CAPTURE), from(KSO_SOURCE_FOLDER)};
+        places = {from(KSO_BUILT_PROGRAM), from(KSO_BUILT_LIBRARY), from(KSO_SOURCE_FOLDER),
+                  from(KSO_SOURCE_FOLDER "/packaging/icons/window.bmp")};
     }
     return places;
 }
