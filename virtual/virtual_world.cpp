@@ -1,5 +1,6 @@
 #include "virtual/virtual_world.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -96,10 +97,23 @@ void VirtualWorld::hearUntil(std::uint64_t sample)
         return;
     }
     samples_.assign((sample - heard_) * kSoundChannels, 0);
-    for (std::size_t i = 0; audio_ && audioPlays_ && i < samples_.size(); i += kSoundChannels) {
-        audio_->callback(audio_->userdata, reinterpret_cast<Uint8*>(&samples_[i]),
-                         kSoundChannels * sizeof samples_[i]);
+    if (audio_ && audioPlays_) {
+        std::span<std::int16_t> rest = samples_;
+        const std::uint64_t exactFrom = std::clamp(settings_.exactSoundFrom, heard_, sample);
+        ask(rest.first((exactFrom - heard_) * kSoundChannels));
+        rest = rest.subspan((exactFrom - heard_) * kSoundChannels);
+        for (; !rest.empty(); rest = rest.subspan(kSoundChannels)) {
+            ask(rest.first(kSoundChannels));
+        }
     }
     sink_.sound(heard_, samples_);
     heard_ = sample;
+}
+
+void VirtualWorld::ask(std::span<std::int16_t> samples)
+{
+    if (!samples.empty()) {
+        audio_->callback(audio_->userdata, reinterpret_cast<Uint8*>(samples.data()),
+                         static_cast<int>(samples.size_bytes()));
+    }
 }

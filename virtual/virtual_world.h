@@ -15,6 +15,7 @@
 #include <ctime>
 #include <map>
 #include <optional>
+#include <span>
 #include <vector>
 
 struct WorldSettings {
@@ -23,6 +24,7 @@ struct WorldSettings {
     std::multimap<std::uint64_t, Uint8> events; // SDL's types, by the frame whose pass has them
     std::optional<std::uint64_t> end;           // the window is closed before this frame
     Uint8 closingEvent = SDL_QUIT;              // or this happens instead
+    std::uint64_t exactSoundFrom = 0;           // samples before this one may be rounded otherwise
 };
 
 class VirtualWorld {
@@ -39,7 +41,8 @@ public:
     void sleep(std::uint32_t milliseconds);
 
     // Sound is asked for one sample at a time: a player may round a little differently with the
-    // lengths that it is asked for, and so it is the same at every frame rate. False, after a
+    // lengths that it is asked for, and so it is the same at every frame rate. That is slow, so
+    // before `exactSoundFrom` it is asked for up to a frame's moment at once. False, after a
     // message, for formats other than 44100 Hz, 16 bits and stereo. The callback is kept.
     bool openAudio(const SDL_AudioSpec& wanted);
     void pauseAudio(bool isPaused) { audioPlays_ = !isPaused; }
@@ -55,6 +58,7 @@ public:
 
 private:
     void hearUntil(std::uint64_t sample);
+    void ask(std::span<std::int16_t> samples);
     [[nodiscard]] bool closesNow() const;
     void endPass();
 

@@ -6,6 +6,7 @@
 #include "tests/whole_show/golden.h"
 #include "tests/whole_show/scripted_module.h"
 #include "tests/whole_show/studio.h"
+#include "virtual/text.h"
 
 #include <algorithm>
 #include <array>
@@ -209,6 +210,57 @@ TEST(Recorded, IsTheSameEachTimeAtAnyRateAndFromAnywhere)
                        "$RECORD --fps 60 --to 2 -o 60.wav -- 5 && cmp 24.wav 60.wav")
                   .status,
               0);
+}
+
+// Every scene, once after each kind of cut, and stretches where none is shown; rows are 2.4 frames
+// long. A frame that is recorded alone is drawn without those before it.
+TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
+{
+    XmModule module =
+        scenes("0 - 1 - 2 - 9 - 3 5 63 0 4 2 6 - 9 - 2 - 5 - 4 - 3 1 6 0 - 9 - - 7 6 - 63 2 5 8");
+    addSound(module);
+    for (int row = 0; row < 40; ++row) {
+        module.patterns[0].at(row, 2) = {.effect = kXmEffectZxx,
+                                         .parameter = static_cast<std::uint8_t>(128 + row % 4)};
+    }
+    const Studio studio(module);
+    const std::string options = " --size 160x68 --fps 20 ";
+    constexpr std::size_t kEvery = 3;
+    constexpr std::size_t kFrames = 90;
+    const auto timeOf = [](std::size_t frame) {
+        return text("%.2f", static_cast<double>(frame) / 20.0);
+    };
+    std::array<std::string, kEvery> moments;
+    for (std::size_t frame = 0; frame < kFrames; ++frame) {
+        moments[frame % kEvery].append(frame < kEvery ? "" : ",").append(timeOf(frame));
+    }
+    const Lines all = studio.list(options + "--stills all --at " + moments[0] + ',' + moments[1] +
+                                  ',' + moments[2]);
+    for (const std::string& some : moments) {
+        const Result result = studio.run("$RECORD --show . --stills alone --at " + some + options);
+        EXPECT_EQ(result.status, 0) << result.errors;
+    }
+    EXPECT_EQ(studio.run("diff -rq all alone").output, "");
+    for (std::size_t first = 0; first < kFrames; first += 11) {
+        const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
+        EXPECT_EQ(studio.list(options + "--from " + timeOf(first) + " --to " + timeOf(first + 2)),
+                  Lines(begin, begin + 2))
+            << first;
+    }
+}
+
+// The show's own music, with all that a player carries over.
+TEST(Recorded, HearsAStretchAloneAsAmongAllOthers)
+{
+    const Studio studio({});
+    ASSERT_EQ(studio.run("$RECORD --to 15 -o all.wav -- 5").status, 0);
+    for (const std::string from : {"0.7", "4.1", "9.3", "13.9"}) {
+        const Result result = studio.run("$RECORD --to 15 -o alone.wav --from " + from +
+                                         " -- 5 && bytes=$(($(stat -c %s alone.wav) - 100)) && "
+                                         "tail -c $bytes all.wav >all && "
+                                         "tail -c $bytes alone.wav >alone && cmp all alone");
+        EXPECT_EQ(result.status, 0) << from << result.errors;
+    }
 }
 
 TEST(Recorded, DrawsTheSamePictureInEverySize)

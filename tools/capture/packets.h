@@ -1,8 +1,9 @@
 // What the capture library sends to the recorder through a pipe, in the machine's own byte order: a
 // header, then `bytes` bytes.
 //
-// Sound runs one sample ahead of the pictures, since a frame has heard its own moment; the last
-// frame's may be missing when the program ends by itself.
+// Sound comes from the first wanted frame's moment on. It runs one sample ahead of the pictures,
+// since a frame has heard its own moment; the last frame's may be missing when the program ends by
+// itself.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,8 @@
 enum class PacketKind : std::uint32_t {
     started, // OpenGL is there; the bytes are its renderer's name
     picture, // position: the frame; red, green, blue, rows top first
-    unseen,  // position: a frame whose picture is not needed; no bytes
+    unseen,  // position: a frame whose picture is not needed; no bytes. Without sound, few are sent
+    missing, // in place of a picture; position: a skipped frame that it depends on; no bytes
     sound,   // position: the first sample pair, counted from the first frame; left, right, 16 bits
 };
 

@@ -9,11 +9,13 @@ void FrameAssembler::add(const PacketHeader& header, std::vector<std::uint8_t> b
     if (header.kind == PacketKind::sound) {
         addSound(header.position, bytes);
     } else if (header.kind == PacketKind::picture || header.kind == PacketKind::unseen) {
-        waiting_ = Frame{header.position, std::move(bytes), {}};
         seen_ = header.position + 1;
+        if (header.position >= first_) {
+            waiting_ = Frame{header.position, std::move(bytes), {}};
+        }
     }
     const std::uint64_t heard = soundBegin_ + sound_.size() / kSoundChannels;
-    if (waiting_ && heard >= rate_.samplesBefore(waiting_->number + 1)) {
+    if (waiting_ && (!hasSound_ || heard >= rate_.samplesBefore(waiting_->number + 1))) {
         passOn();
     }
 }
@@ -38,11 +40,9 @@ void FrameAssembler::addSound(std::uint64_t position, std::span<const std::uint8
 void FrameAssembler::passOn()
 {
     const std::uint64_t end = rate_.samplesBefore(waiting_->number + 1);
-    const std::size_t count = (end - soundBegin_) * kSoundChannels;
+    const std::size_t count = hasSound_ ? (end - soundBegin_) * kSoundChannels : 0;
     waiting_->sound = std::span(sound_).first(count);
-    if (waiting_->number >= first_) {
-        take_(std::move(*waiting_));
-    }
+    take_(std::move(*waiting_));
     waiting_.reset();
     sound_.erase(sound_.begin(), sound_.begin() + static_cast<std::ptrdiff_t>(count));
     soundBegin_ = end;

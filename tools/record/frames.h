@@ -14,14 +14,17 @@
 struct Frame {
     std::uint64_t number = 0;            // 0 is the show's first frame
     std::vector<std::uint8_t> picture;   // red, green, blue, rows top first; empty: not needed
-    std::span<const std::int16_t> sound; // left, right; up to the next frame's moment
+    std::span<const std::int16_t> sound; // left, right; up to the next frame's; empty: not needed
 };
 
 class FrameAssembler {
 public:
-    // Passes each frame to `take` when it is complete; drops those before frame `first`.
-    FrameAssembler(FrameRate rate, std::uint64_t first, std::function<void(Frame)> take)
-        : rate_(rate), first_(first), take_(std::move(take))
+    // Passes each frame to `take` when it is complete; drops those before frame `first`. Without
+    // sound a frame is complete with its picture.
+    FrameAssembler(FrameRate rate, std::uint64_t first, bool hasSound,
+                   std::function<void(Frame)> take)
+        : rate_(rate), first_(first), hasSound_(hasSound), take_(std::move(take)),
+          soundBegin_(rate.samplesBefore(first))
     {
     }
 
@@ -39,9 +42,10 @@ private:
 
     FrameRate rate_;
     std::uint64_t first_;
+    bool hasSound_;
     std::function<void(Frame)> take_;
     std::optional<Frame> waiting_; // for its sound
     std::uint64_t seen_ = 0;
-    std::uint64_t soundBegin_ = 0; // the audio frame that `sound_` begins with
+    std::uint64_t soundBegin_; // the audio frame that `sound_` begins with
     std::vector<std::int16_t> sound_;
 };

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <poll.h>
+#include <ranges>
 #include <sys/signalfd.h>
 #include <system_error>
 #include <unistd.h>
@@ -28,18 +29,31 @@ std::multimap<std::uint64_t, std::string> stillsByFrame(const RecordOptions& opt
     return stills;
 }
 
-std::string wantedPictures(const RecordOptions& options)
+struct Streams {
+    bool pictures = false;
+    bool sound = false;
+};
+
+// What the film and the lists are made of; the stills come besides.
+Streams streamsOf(const RecordOptions& options)
 {
-    const bool filmHasPictures =
-        !options.film.empty() && filmFormat(options.film, options.crf).pictures;
-    if (filmHasPictures || !options.hashes.empty() || !options.pixels.empty()) {
-        return "all";
+    Streams streams{!options.hashes.empty() || !options.pixels.empty(), !options.hashes.empty()};
+    if (!options.film.empty()) {
+        const FilmFormat format = filmFormat(options.film, options.crf);
+        streams.pictures = streams.pictures || format.pictures;
+        streams.sound = streams.sound || format.sound;
     }
-    std::string wanted;
-    for (const auto& [frame, name] : stillsByFrame(options)) {
-        wanted += std::to_string(frame) + ',';
+    return streams;
+}
+
+template <typename Frames>
+std::string listOf(const Frames& frames)
+{
+    std::string list;
+    for (const std::uint64_t frame : frames) {
+        list += std::to_string(frame) + ',';
     }
-    return wanted;
+    return list;
 }
 
 std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
@@ -54,11 +68,12 @@ std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
 } // namespace
 
 Recording::Recording(const RecordOptions& options)
-    : options_(options), stills_(stillsByFrame(options)),
-      progress_(options.rate, expectedEnd(options)),
-      frames_(options.rate, options.firstFrame(),
+    : options_(options), needsSound_(streamsOf(options).sound),
+      needsAllPictures_(streamsOf(options).pictures), stills_(stillsByFrame(options)),
+      next_(options.firstFrame()), progress_(options.rate, expectedEnd(options)),
+      frames_(options.rate, options.firstFrame(), needsSound_,
               [this](Frame frame) { takeFrame(std::move(frame)); }),
-      show_(options, wantedPictures(options))
+      show_(options, wanted())
 {
     std::error_code error;
     if (!options.stills.empty() &&
@@ -79,12 +94,9 @@ Recording::Recording(const RecordOptions& options)
 bool Recording::run(const FileDescriptor& signals)
 {
     try {
-        while (show_.pipe().isOpen()) {
-            serve(signals);
-        }
-        if (!isInterrupted_) {
-            frames_.finish();
-        }
+        do {
+            play(signals);
+        } while (startsAgain());
         finish(signals);
     } catch (const RecordError&) {
         // The film is completed as far as it goes, unless it is ffmpeg that has failed.
@@ -111,6 +123,53 @@ bool Recording::run(const FileDescriptor& signals)
         checkShow();
     }
     return !isInterrupted_;
+}
+
+// What the next run of the show has to send; nearly always there is only one.
+Wanted Recording::wanted() const
+{
+    constexpr int kMaxSkippingRuns = 2;
+    Wanted wanted{next_, options_.endFrame(), needsSound_, "all", listOf(missing_)};
+    if (!needsAllPictures_) {
+        wanted.pictures = listOf(stills_ | std::views::keys);
+    }
+    if (runs_ > 0 && !needsAllPictures_) {
+        // The sound is there already.
+        wanted.from = options_.firstFrame();
+        wanted.to = stills_.rbegin()->first + 1;
+        wanted.sound = false;
+    }
+    if (runs_ >= kMaxSkippingRuns) {
+        wanted.drawn = "all";
+    }
+    return wanted;
+}
+
+void Recording::play(const FileDescriptor& signals)
+{
+    while (show_.pipe().isOpen()) {
+        serve(signals);
+    }
+    const bool isAbandoned = lacksPicture_ && needsAllPictures_;
+    if (!isInterrupted_ && !isAbandoned) {
+        frames_.finish();
+    }
+}
+
+// A picture that depends on a skipped frame could not be sent: nothing is shown in its pass, and
+// what is still on the screen was not drawn. Then the show is played again with that frame.
+bool Recording::startsAgain()
+{
+    if (isInterrupted_ || !lacksPicture_) {
+        return false;
+    }
+    ++runs_;
+    lacksPicture_ = false;
+    const Wanted again = wanted();
+    show_ = Show(options_, again);
+    frames_ = FrameAssembler(options_.rate, again.from, again.sound,
+                             [this](Frame frame) { takeFrame(std::move(frame)); });
+    return true;
 }
 
 // Waits until a signal, the show or the encoder can go on, and lets it.
@@ -165,7 +224,17 @@ void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes
 {
     if (header.kind == PacketKind::started) {
         const std::string renderer(bytes.begin(), bytes.end());
-        std::fprintf(stderr, "kso: %s draws\n", renderer.c_str());
+        if (runs_ == 0) {
+            std::fprintf(stderr, "kso: %s draws\n", renderer.c_str());
+        }
+        return;
+    }
+    if (header.kind == PacketKind::missing) {
+        missing_.insert(header.position);
+        lacksPicture_ = true;
+        if (needsAllPictures_) {
+            show_.stop(); // what comes after it is wanted too
+        }
         return;
     }
     frames_.add(header, std::move(bytes));
@@ -174,12 +243,18 @@ void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes
 
 void Recording::takeFrame(Frame frame)
 {
-    ++taken_;
-    const auto [begin, end] = stills_.equal_range(frame.number);
-    for (auto still = begin; still != end; ++still) {
-        writePng(options_.stillsFolder / still->second, options_.size, frame.picture);
+    if (!frame.picture.empty()) {
+        const auto [begin, end] = stills_.equal_range(frame.number);
+        for (auto still = begin; still != end; ++still) {
+            writePng(options_.stillsFolder / still->second, options_.size, frame.picture);
+        }
+        stills_.erase(begin, end);
     }
-    stills_.erase(begin, end);
+    if (frame.number < next_) {
+        return; // taken in an earlier run
+    }
+    next_ = frame.number + 1;
+    ++taken_;
     if (hashes_) {
         hashes_->add(frame);
     }

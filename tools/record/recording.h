@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ public:
     bool run(const FileDescriptor& signals);
 
 private:
+    [[nodiscard]] Wanted wanted() const;
+    void play(const FileDescriptor& signals);
+    bool startsAgain();
     void take(const PacketHeader& header, std::vector<std::uint8_t> bytes);
     void takeFrame(Frame frame);
     void serve(const FileDescriptor& signals);
@@ -34,8 +38,14 @@ private:
     void report();
 
     const RecordOptions& options_;
+    bool needsSound_;
+    bool needsAllPictures_;                            // or those of the stills alone
     std::multimap<std::uint64_t, std::string> stills_; // file names of those to come, by frame
     std::uint64_t taken_ = 0;                          // frames
+    std::uint64_t next_;                               // frame, for all but the stills
+    std::set<std::uint64_t> missing_;                  // frames that wanted ones depend on
+    int runs_ = 0;                                     // of the show, before this one
+    bool lacksPicture_ = false;                        // this run
     bool isInterrupted_ = false;
     std::optional<HashList> hashes_;
     std::optional<PixelStream> pixels_;

@@ -24,7 +24,7 @@ std::string inherited(const char* name)
     return value != nullptr ? value : "";
 }
 
-Command showCommand(const RecordOptions& options, const std::string& wanted)
+Command showCommand(const RecordOptions& options, const Wanted& wanted)
 {
     Command command;
     command.words = {findPlaces().program};
@@ -44,16 +44,17 @@ Command showCommand(const RecordOptions& options, const std::string& wanted)
     set(setting::kRate, std::to_string(rate.frames) + '/' + std::to_string(rate.seconds));
     set(setting::kSize,
         std::to_string(options.size.width) + 'x' + std::to_string(options.size.height));
-    set(setting::kFrom, std::to_string(options.firstFrame()));
-    const std::optional<std::uint64_t> end = options.endFrame();
-    set(setting::kTo, end ? std::to_string(*end) : "");
-    set(setting::kWanted, wanted);
+    set(setting::kFrom, std::to_string(wanted.from));
+    set(setting::kTo, wanted.to ? std::to_string(*wanted.to) : "");
+    set(setting::kSound, wanted.sound ? "yes" : "");
+    set(setting::kWanted, wanted.pictures);
+    set(setting::kDrawn, wanted.drawn);
     return command;
 }
 
 } // namespace
 
-Show::Show(const RecordOptions& options, const std::string& wanted)
+Show::Show(const RecordOptions& options, const Wanted& wanted)
 {
     Command command = showCommand(options, wanted);
     Pipe packets = makePipe();

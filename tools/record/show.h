@@ -8,14 +8,24 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+// What a run of the show has to send. Frames that are not wanted are not drawn, which takes a
+// fraction of the time.
+struct Wanted {
+    std::uint64_t from = 0;          // the first frame
+    std::optional<std::uint64_t> to; // the show is closed before this one; none: it ends by itself
+    bool sound = false;              // of `from` and all that follow
+    std::string pictures;            // "all" of them, or frame numbers like "30,744"
+    std::string drawn;               // frames to draw besides, in the same way
+};
+
 class Show {
 public:
-    // `wanted` says which pictures to send: "all", or frame numbers like "30,744". Throws
-    // RecordError.
-    Show(const RecordOptions& options, const std::string& wanted);
+    // Throws RecordError.
+    Show(const RecordOptions& options, const Wanted& wanted);
 
     using Take = std::function<void(const PacketHeader&, std::vector<std::uint8_t>)>;
 
