@@ -46,18 +46,19 @@ TEST(RecordOptions, AreReadAsTheyAreMeant)
         const char* options; // film, rate, size, frames, stills, the show's arguments
     };
     constexpr Row kRows[] = {
-        {"",                                     "kso.mp4 60/1 640x480 0-"                 },
-        {"-o a.gif --size 3840x16 --fps 1000",   "a.gif 1000/1 3840x16 0-"                 },
-        {"--fps 59.94 --from 1 --to 2",          "kso.mp4 60000/1001 640x480 60-120"       },
-        {"--fps 23.976 --to 86400",              "kso.mp4 24000/1001 640x480 0-2071529"    },
-        {"--fps 60000/1001 --crf 0",             "kso.mp4 60000/1001 640x480 0-"           },
-        {"--fps 12.5 --from 0.000001 --to 0.24", "kso.mp4 25/2 640x480 1-3"                },
-        {"--hashes list",                        " 60/1 640x480 0-"                        },
-        {"--pixels list",                        " 60/1 640x480 0-"                        },
-        {"--stills s --at 1.999,0.5",            " 60/1 640x480 0-120 s/1.999=119 s/0.5=30"},
-        {"--stills s --at 1 -o a.wav",           "a.wav 60/1 640x480 0- s/1=60"            },
-        {"--to 1 -- 5 --to",                     "kso.mp4 60/1 640x480 0-60 -- 5 -- --to"  },
-        {"-- -nosound 4",                        "kso.mp4 60/1 640x480 0- -- -sound -- 4"  },
+        {"",                                      "kso.mp4 60/1 640x480 0-"                 },
+        {"-o a.gif --size 3840x16 --fps 1000",    "a.gif 1000/1 3840x16 0-"                 },
+        {"--fps 59.94 --from 1 --to 2",           "kso.mp4 60000/1001 640x480 60-120"       },
+        {"--fps 23.976 --to 86400",               "kso.mp4 24000/1001 640x480 0-2071529"    },
+        {"--fps 60000/1001 --crf 0",              "kso.mp4 60000/1001 640x480 0-"           },
+        {"--fps 12.5 --from 0.000001 --to 0.24",  "kso.mp4 25/2 640x480 1-3"                },
+        {"--hashes list",                         " 60/1 640x480 0-"                        },
+        {"--pixels list",                         " 60/1 640x480 0-"                        },
+        {"--stills s --at 1.999,0.5",             " 60/1 640x480 0-120 s/1.999=119 s/0.5=30"},
+        {"--hashes /dev/null --pixels /dev/null", " 60/1 640x480 0-"                        },
+        {"--stills s --at 1 -o a.wav",            "a.wav 60/1 640x480 0- s/1=60"            },
+        {"--to 1 -- 5 --to",                      "kso.mp4 60/1 640x480 0-60 -- 5 -- --to"  },
+        {"-- -nosound 4",                         "kso.mp4 60/1 640x480 0- -- -sound -- 4"  },
     };
     for (const Row& row : kRows) {
         EXPECT_EQ(textOf(read(row.line)), row.options) << row.line;
@@ -74,7 +75,9 @@ TEST(RecordOptions, AreRefusedWhenTheyAreWrong)
         "|--from 1.0000001|--to 86401|--to 99999999999|--to nan|--to 0|--from 2 --to 2"
         "|--from 0.001 --to 0.002|--crf 52|--crf -1|--crf x|--stills s|--at 1"
         "|--stills s --at 1,|--stills s --at 2 --to 2|--stills s --at 1 --from 2"
-        "|--show nowhere|-o|--fps|film.mp4|-x|--FPS 60|--hashes list --crf 18");
+        "|--show nowhere|-o|--fps|film.mp4|-x|--FPS 60|--hashes list --crf 18"
+        "|-o a.mp4 --hashes ./a.mp4|--hashes a --pixels b/../a|--stills s --at 1.5 --hashes "
+        "s/1.5.png");
     for (std::string line; std::getline(lines, line, '|');) {
         EXPECT_THROW(read(line), UsageError) << line;
     }

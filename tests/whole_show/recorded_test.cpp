@@ -322,8 +322,13 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
         {"", "--hashes /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
         {"", "--pixels /dev/full", 1, "\nkso: cannot write /dev/full: No space left on device\n"},
         {"", "--stills data/by.tga --at 0", 1, "kso: cannot make data/by.tga: "},
-        {"", "-o nowhere/film.mp4", 1, "\nkso: ffmpeg cannot make nowhere/film.mp4: "},
-        {"trap '' XFSZ; ulimit -f 1;", "-o film.mp4", 1, "film.part.mp4: File too large\n"},
+        {"", "-o nowhere/film.mp4", 1, "kso: cannot write nowhere/film.mp4: No such file"},
+        {"ulimit -f 1;", "-o film.mp4", 1, "film.part.mp4: File too large\n"},
+        {"ulimit -f 1;", "--pixels list", 1, "\nkso: cannot write list: File too large\n"},
+        {"mkfifo a.mp4;", "-o a.mp4", 1, "kso: cannot write a.mp4: it is not a regular file\n"},
+        {"mkdir a.mp4;", "-o a.mp4", 1, "kso: cannot write a.mp4: it is not a regular file\n"},
+        {"mkfifo list;", "--hashes list", 1, "cannot write list: it is not a regular file\n"},
+        {"mkfifo 0.png;", "--stills . --at 0", 1, "cannot write ./0.png: it is not a regular"},
         {"PATH=/nowhere", "", 1, "kso: ffmpeg does not start: No such file or directory; "},
     };
     // clang-format on
@@ -354,12 +359,63 @@ TEST(Recorded, MakesAFilmThatPlays)
     // Stopped, it is as long as it was by then.
     const Result stopped =
         studio.run("rm film.mp4; $RECORD --show . -o film.mp4 & "
-                   "while kill -0 $! && [ ! -e film.part.mp4 ]; do sleep 0.05; done; "
+                   "while kill -0 $! && [ ! -s film.part.mp4 ]; do sleep 0.05; done; "
                    "kill -INT $!; wait $!");
     EXPECT_EQ(stopped.status, 130) << stopped.errors;
     EXPECT_THAT(studio.run(probe).output,
                 MatchesRegex("h264,60/1,[0-9.]+,[1-9][0-9]*\naac,0/0,[0-9.]+,[1-9][0-9]*\n"));
     EXPECT_EQ(studio.run(play).output, "");
+}
+
+// What a recording leaves where files of its outputs' names stand already.
+TEST(Recorded, KeepsWhatIsNotItsOwn)
+{
+    const Studio studio(scenes("2 - 5 - 8"));
+    Result result = studio.run("echo mine >a.part.mp4 && mkdir a.part-2.mp4 && "
+                               "$RECORD --show . --fps 10 -o a.mp4 && ls -d a.*");
+    EXPECT_EQ(result.output, "a.mp4\na.part-2.mp4\na.part.mp4\n") << result.errors;
+    EXPECT_EQ(contents(studio.folder() / "a.part.mp4"), "mine\n");
+
+    // Two of one name do not meet.
+    result = studio.run("$RECORD --show . --fps 30 -o b.mp4 & $RECORD --show . --fps 30 -o b.mp4 "
+                        "&& wait $! && ffmpeg -v warning -xerror -i b.mp4 -f null - && ls b.*");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, "b.mp4\n");
+    result = studio.run("flock list $RECORD --show . --hashes list --fps 10");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, StartsWith("kso: cannot write list: another recording writes it\n"));
+
+    // Only a film that is whole takes the place of an older one. A recorder that is killed takes
+    // its children with it.
+    struct Row {
+        const char* kill;
+        int status;
+        const char* errors;
+        const char* left;
+    };
+    constexpr const char* kStays = "kso: c.mp4 stays as it was; what was recorded now is in /";
+    constexpr Row kRows[] = {
+        {"kill $recorder",          130, kStays, "c.mp4\nc.part.mp4\n"            },
+        {"kill -SEGV $(child kso)", 1,   kStays, "c.mp4\nc.part.mp4\n"            },
+        {"kill -KILL $recorder",    137, "",     "c.mp4\nc.part.mp4\nkso ffmpeg\n"},
+    };
+    for (const auto& [kill, status, errors, left] : kRows) {
+        result = studio.run(
+            "child() { for each in $(cat /proc/$recorder/task/$recorder/children); do "
+            "[ $(cat /proc/$each/comm) != $1 ] || echo $each; done; }\n"
+            "rm -f c.*; echo older >c.mp4; $RECORDER --to 60 -o c.mp4 & recorder=$!\n"
+            "until [ -s c.part.mp4 ]; do sleep 0.05; done\n"
+            "kso=$(child kso); ffmpeg=$(child ffmpeg)\n" +
+            std::string(kill) +
+            "; wait $recorder; status=$?; grep -x older c.mp4 >/dev/null || "
+            "echo c.mp4 is new; ls c.*; sleep 0.3; "
+            "[ $status != 137 ] || [ \"$(cat /proc/$kso/cmdline /proc/$ffmpeg/cmdline | "
+            "tr -d '\\0')\" ] || echo kso ffmpeg; "
+            "[ $status = 137 ] || ffmpeg -v warning -i c.part.mp4 -f null - 2>&1; exit $status");
+        EXPECT_EQ(result.status, status) << kill;
+        EXPECT_THAT(result.errors, HasSubstr(errors)) << kill;
+        EXPECT_EQ(result.output.substr(0, 500), left) << kill;
+    }
 }
 
 // Three moments of each scene of the show, averaged 4 x 4, below each other. What is allowed is

@@ -37,6 +37,7 @@ Studio::~Studio()
 Result Studio::run(const std::string& command) const
 {
     ::setenv("RECORD", kRecord, 1);
+    ::setenv("RECORDER", KSO_RECORD, 1);
     const std::string whole =
         "cd " + folder_.string() + " && { " + command + "\n} >output 2>errors";
     const int status = std::system(whole.c_str());

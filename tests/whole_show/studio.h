@@ -32,7 +32,8 @@ public:
     Studio& operator=(const Studio&) = delete;
     ~Studio();
 
-    // Runs a command of the shell in the folder; "$RECORD" is the recorder.
+    // Runs a command of the shell in the folder; "$RECORD" is the recorder, with a time
+    // limit, and "$RECORDER" the same without.
     [[nodiscard]] Result run(const std::string& command) const;
 
     // Records the folder's show and reads what was listed; a failure is reported.

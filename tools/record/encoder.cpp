@@ -1,13 +1,12 @@
 #include "tools/record/encoder.h"
 
 #include "tools/record/film_format.h"
+#include "tools/record/output_file.h"
 #include "tools/record/record_error.h"
 
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <sys/ioctl.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -29,26 +28,6 @@ std::string sizeText(PictureSize size)
 std::string fileName(const std::filesystem::path& film)
 {
     return "file:" + film.string();
-}
-
-// Where ffmpeg writes; `film` itself if there would be nothing to rename.
-std::filesystem::path partOf(const std::filesystem::path& film, const FilmFormat& format)
-{
-    std::error_code ignored;
-    const bool isThere = std::filesystem::exists(film, ignored);
-    if (format.isManyFiles || (isThere && !std::filesystem::is_regular_file(film, ignored))) {
-        return film;
-    }
-    std::filesystem::path part = film;
-    return part.replace_extension(".part" + film.extension().string());
-}
-
-// Follows symbolic links, so that the file that a link leads to becomes the film, not the link.
-std::filesystem::path withoutLinks(const std::filesystem::path& film)
-{
-    std::error_code error;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(film, error);
-    return error ? film : real;
 }
 
 Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
@@ -78,61 +57,16 @@ Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
 
 } // namespace
 
-void PipeQueue::open(FileDescriptor pipe)
-{
-    pipe_ = std::move(pipe);
-    setNonBlocking(pipe_);
-}
-
-void PipeQueue::close()
-{
-    pipe_.close();
-    chunks_.clear();
-    written_ = 0;
-    waiting_ = 0;
-}
-
-void PipeQueue::push(std::vector<std::uint8_t> bytes)
-{
-    if (pipe_.isOpen() && !bytes.empty()) {
-        waiting_ += bytes.size();
-        chunks_.push_back(std::move(bytes));
-    }
-}
-
-bool PipeQueue::write()
-{
-    while (!chunks_.empty()) {
-        const std::vector<std::uint8_t>& chunk = chunks_.front();
-        const ssize_t count =
-            ::write(pipe_.number(), chunk.data() + written_, chunk.size() - written_);
-        if (count < 0) {
-            return errno == EAGAIN || errno == EINTR;
-        }
-        written_ += static_cast<std::size_t>(count);
-        waiting_ -= static_cast<std::size_t>(count);
-        if (written_ == chunk.size()) {
-            chunks_.pop_front();
-            written_ = 0;
-        }
-    }
-    return true;
-}
-
-bool PipeQueue::isUnread() const
-{
-    int bytes = 0;
-    return ::ioctl(pipe_.number(), FIONREAD, &bytes) == 0 && bytes > 0;
-}
-
 Encoder::Encoder(const RecordOptions& options)
-    : film_(withoutLinks(options.film)),
-      pictureBytes_(static_cast<std::size_t>(options.size.width) *
-                    static_cast<std::size_t>(options.size.height) * 3)
+    : film_(options.film), pictureBytes_(static_cast<std::size_t>(options.size.width) *
+                                         static_cast<std::size_t>(options.size.height) * 3)
 {
     const FilmFormat format = filmFormat(options.film, options.crf);
-    part_ = partOf(film_, format);
-    Command command = ffmpegCommand(options, format, part_);
+    requireFile(film_);
+    if (!format.isManyFiles) {
+        part_.emplace(film_);
+    }
+    Command command = ffmpegCommand(options, format, part_ ? part_->path() : film_);
     Pipe pictures = makePipe();
     Pipe sound = makePipe();
     Pipe messages = makePipe();
@@ -160,10 +94,6 @@ Encoder::~Encoder()
 {
     // Before the pipes are closed: at the end of its input ffmpeg would complete the film.
     ffmpeg_.kill();
-    std::error_code ignored;
-    if (part_ != film_) {
-        std::filesystem::remove(part_, ignored);
-    }
 }
 
 void Encoder::push(Frame frame)
@@ -230,18 +160,19 @@ void Encoder::readMessages()
     }
 }
 
-std::string Encoder::complete()
+std::filesystem::path Encoder::complete(bool isWhole)
 {
-    const int status = ffmpeg_.wait();
-    std::string firstLine = messageText_.substr(0, messageText_.find('\n'));
-    if (status != 0) {
+    if (const int status = ffmpeg_.wait(); status != 0) {
         throw RecordError("ffmpeg cannot make " + film_.string() + ": " +
-                          (messageText_.empty() ? "status " + std::to_string(status) : firstLine));
+                          (remark().empty() ? "status " + std::to_string(status) : remark()));
     }
-    std::error_code error;
-    std::filesystem::rename(part_, film_, error);
-    if (error && part_ != film_) {
-        throw RecordError("cannot write " + film_.string() + ": " + error.message());
+    if (!part_) {
+        return film_;
     }
-    return firstLine;
+    return isWhole ? part_->replace() : part_->keep();
+}
+
+std::string Encoder::remark() const
+{
+    return messageText_.substr(0, messageText_.find('\n'));
 }

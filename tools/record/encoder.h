@@ -1,44 +1,24 @@
 // An ffmpeg process that makes a film, at its own pace, of pictures and sound that it gets through
 // pipes.
 //
-// It writes into NAME.part.EXTENSION, which gets the film's name when it is complete; an older film
-// of this name stays until then. An incomplete film is deleted. Numbered pictures, and a film that
-// is there already but is not a regular file, are written in place.
+// It writes into a part file (record/part_file.h), which gets the film's name when it is complete;
+// an older film of this name stays until then. An unfinished film is deleted. Numbered pictures and
+// films in pieces are written in place.
 #pragma once
 
 #include "tools/record/frames.h"
+#include "tools/record/part_file.h"
+#include "tools/record/pipe_queue.h"
 #include "tools/record/process.h"
 #include "tools/record/record_options.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
+#include <optional>
 #include <poll.h>
 #include <string>
 #include <vector>
-
-// Bytes that wait to be written into a pipe.
-class PipeQueue {
-public:
-    void open(FileDescriptor pipe);
-    void close(); // drops what waits
-
-    void push(std::vector<std::uint8_t> bytes);
-
-    // Writes as much as the pipe takes without blocking. False if its other end has been closed.
-    bool write();
-
-    [[nodiscard]] const FileDescriptor& pipe() const { return pipe_; }
-    [[nodiscard]] std::size_t waiting() const { return waiting_; } // bytes
-    [[nodiscard]] bool isUnread() const; // there are bytes in the pipe itself
-
-private:
-    FileDescriptor pipe_;
-    std::deque<std::vector<std::uint8_t>> chunks_;
-    std::size_t written_ = 0; // of the first chunk
-    std::size_t waiting_ = 0;
-};
 
 class Encoder {
 public:
@@ -65,15 +45,19 @@ public:
     void appendTo(std::vector<pollfd>& waits) const;
     void serve();
 
-    // Only when isDone(): gives the film its name, or throws RecordError with ffmpeg's first
-    // message if it has failed. Returns ffmpeg's first message otherwise, which is usually "".
-    std::string complete();
+    // Only when isDone(): gives the film its name and returns where it is. A film that is not
+    // `isWhole` never replaces an older one; then it stays where it was written. Throws RecordError
+    // with ffmpeg's first message if it has failed.
+    std::filesystem::path complete(bool isWhole);
+
+    // ffmpeg's first message; usually there is none.
+    [[nodiscard]] std::string remark() const;
 
 private:
     void readMessages();
 
     std::filesystem::path film_;
-    std::filesystem::path part_; // what ffmpeg writes; film_ if it is written in place
+    std::optional<PartFile> part_; // what ffmpeg writes; none if the film is written in place
     std::size_t pictureBytes_;
     Process ffmpeg_;
     FileDescriptor messages_; // ffmpeg's standard error

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <regex>
 #include <sstream>
 #include <string_view>
 
@@ -53,7 +54,8 @@ constexpr std::array kKinds = {
          .isManyFiles = true, .streams = kH264},
     Kind{.extensions = ".gif ", .pictures = true, .streams = kGif},
     Kind{.extensions = ".apng .webp ", .pictures = true},
-    Kind{.extensions = ".png .jpg .jpeg .bmp .tga .tif .tiff .ppm ", .isOnePicture = true},
+    Kind{.extensions = ".png .jpg .jpeg .bmp .tga .tif .tiff .ppm .pgm .pam .sgi .dpx .exr .jp2 .qoi ",
+         .isOnePicture = true},
     Kind{.extensions = ".wav .flac .mp3 .ogg .opus .m4a .aac .aiff ", .sound = true},
 };
 // clang-format on
@@ -78,6 +80,13 @@ void append(std::vector<std::string>& arguments, const char* words)
     }
 }
 
+// Whether ffmpeg would put a picture's number into the name, for a %d or %05d in it.
+bool hasNumber(const std::filesystem::path& film)
+{
+    static const std::regex kNumber("%[0-9]*d");
+    return std::regex_search(film.filename().string(), kNumber);
+}
+
 } // namespace
 
 FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
@@ -86,9 +95,13 @@ FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf)
     if (crf && (kind == nullptr || !kind->hasCrf)) {
         throw UsageError("--crf is for .mp4, .mov, .mkv and .webm");
     }
-    // Numbered pictures: ffmpeg replaces the % with each one's number.
-    if (film.filename().string().find('%') != std::string::npos) {
+    // Elsewhere, % is a letter like others.
+    if (kind != nullptr && !kind->sound && hasNumber(film)) {
         return {.pictures = true, .sound = false, .isManyFiles = true, .arguments = {}};
+    }
+    if (kind != nullptr && kind->isManyFiles &&
+        film.filename().string().find('%') != std::string::npos) {
+        throw UsageError("-o " + film.string() + ": a film in pieces has no % in its name");
     }
     if (kind == nullptr) {
         return {};

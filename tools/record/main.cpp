@@ -30,6 +30,7 @@ FileDescriptor takeSignals()
     }
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN); // for us and ffmpeg, writing fails instead, with a message
     return FileDescriptor(::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 

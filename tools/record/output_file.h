@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/record/process.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -7,8 +9,16 @@
 #include <span>
 #include <string>
 
-// A file, or a pipe with a name, that is written from its beginning on. Every operation throws
-// RecordError when it cannot be written.
+// Throws RecordError if there is something of this name that is not a regular file: a folder, or a
+// pipe, for which a reader may never come.
+void requireFile(const std::filesystem::path& file);
+
+// Opens a file that this recording alone writes, empty, or a device like /dev/null. Throws
+// RecordError.
+FileDescriptor openOutput(const std::filesystem::path& file);
+
+// A file that is written from its beginning on. Every operation throws RecordError when it cannot
+// be written.
 class OutputFile {
 public:
     explicit OutputFile(const std::filesystem::path& file);

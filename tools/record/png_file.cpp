@@ -1,5 +1,6 @@
 #include "tools/record/png_file.h"
 
+#include "tools/record/output_file.h"
 #include "tools/record/record_error.h"
 
 #include <png.h>
@@ -7,6 +8,7 @@
 void writePng(const std::filesystem::path& file, PictureSize size,
               std::span<const std::uint8_t> pixels)
 {
+    requireFile(file);
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(size.width);

@@ -7,9 +7,10 @@
 #include <cassert>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,56 +32,23 @@ std::vector<std::string> withOurs(std::vector<std::string> environment)
     return environment;
 }
 
-// Gives a child a process group of its own and the usual handling of signals that we block or
-// ignore.
-class Attributes {
-public:
-    Attributes()
-    {
-        sigset_t none;
-        sigset_t ignored;
-        ::sigemptyset(&none);
-        ::sigemptyset(&ignored);
-        ::sigaddset(&ignored, SIGPIPE);
-        ::posix_spawnattr_init(&attributes_);
-        ::posix_spawnattr_setpgroup(&attributes_, 0);
-        ::posix_spawnattr_setsigmask(&attributes_, &none);
-        ::posix_spawnattr_setsigdefault(&attributes_, &ignored);
-        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK |
-                                                     POSIX_SPAWN_SETSIGDEF);
+// What a child does before it is the other program: system calls alone.
+void prepareChild(const Command& command, pid_t parent)
+{
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) {
+        ::_exit(EXIT_FAILURE); // it ended before that was asked for
     }
-    Attributes(const Attributes&) = delete;
-    Attributes& operator=(const Attributes&) = delete;
-    ~Attributes() { ::posix_spawnattr_destroy(&attributes_); }
-
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
-
-private:
-    posix_spawnattr_t attributes_{};
-};
-
-class Actions {
-public:
-    explicit Actions(const Command& command)
-    {
-        ::posix_spawn_file_actions_init(&actions_);
-        ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        if (!command.folder.empty()) {
-            ::posix_spawn_file_actions_addchdir_np(&actions_, command.folder.c_str());
-        }
-        for (const auto& [ours, theirs] : command.descriptors) {
-            ::posix_spawn_file_actions_adddup2(&actions_, ours, theirs);
-        }
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::signal(SIGPIPE, SIG_DFL);
+    ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
+    for (const auto& [ours, theirs] : command.descriptors) {
+        ::dup2(ours, theirs);
     }
-    Actions(const Actions&) = delete;
-    Actions& operator=(const Actions&) = delete;
-    ~Actions() { ::posix_spawn_file_actions_destroy(&actions_); }
-
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
-
-private:
-    posix_spawn_file_actions_t actions_{};
-};
+}
 
 } // namespace
 
@@ -121,11 +89,30 @@ Process::Process(const Command& command)
 {
     std::vector<std::string> words = command.words;
     std::vector<std::string> environment = withOurs(command.environment);
-    const int error =
-        ::posix_spawnp(&id_, words.at(0).c_str(), Actions(command).get(), Attributes().get(),
-                       pointersTo(words).data(), pointersTo(environment).data());
+    const std::vector<char*> arguments = pointersTo(words);
+    const std::vector<char*> variables = pointersTo(environment);
+    Pipe failure = makePipe(); // closed by a program that starts
+    const pid_t parent = ::getpid();
+    int error = 0;
+    id_ = ::fork();
+    if (id_ == 0) {
+        prepareChild(command, parent);
+        if (command.folder.empty() || ::chdir(command.folder.c_str()) == 0) {
+            ::execvpe(arguments.front(), arguments.data(), variables.data());
+        }
+        error = errno;
+        [[maybe_unused]] const ssize_t told =
+            ::write(failure.writeEnd.number(), &error, sizeof error);
+        ::_exit(EXIT_FAILURE);
+    }
+    if (id_ < 0) {
+        error = errno;
+    } else {
+        failure.writeEnd.close();
+        [[maybe_unused]] const ssize_t got = ::read(failure.readEnd.number(), &error, sizeof error);
+    }
     if (error != 0) {
-        id_ = 0;
+        kill();
         throw RecordError(words[0] + " does not start: " + std::strerror(error));
     }
 }
@@ -137,10 +124,11 @@ Process::~Process()
 
 void Process::kill()
 {
-    if (id_ != 0) {
+    if (id_ > 0) {
         signal(SIGKILL);
         wait();
     }
+    id_ = 0;
 }
 
 void Process::signal(int number) const

@@ -21,6 +21,7 @@ public:
     ~FileDescriptor() { close(); }
 
     void close();
+    int release() { return std::exchange(number_, -1); } // no longer closes it
     [[nodiscard]] int number() const { return number_; } // -1: none
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
 
@@ -51,7 +52,7 @@ struct Command {
 };
 
 // A child process in a process group of its own, so that the terminal's Ctrl-C does not reach it.
-// The destructor kills it if it still runs.
+// The destructor kills it if it still runs; so does the system if we are killed.
 class Process {
 public:
     Process() = default;

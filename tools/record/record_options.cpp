@@ -8,6 +8,7 @@
 #include <charconv>
 #include <numeric>
 #include <string_view>
+#include <system_error>
 
 const char* const kRecordHelp =
     R"(Records the show, exactly: every frame and every sample, the same each time, at any frame rate.
@@ -184,6 +185,36 @@ constexpr std::array kOptions = {
     Option{"--show",   [](auto& all, Text,      Text value) { all.show = value; }                    },
 };
 
+bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other)
+{
+    std::error_code ignored;
+    if (std::filesystem::is_character_file(one, ignored)) {
+        return false; // devices take all
+    }
+    const auto whole = [&](const std::filesystem::path& file) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(file, ignored), ignored);
+    };
+    return whole(one) == whole(other) || std::filesystem::equivalent(one, other, ignored);
+}
+
+// Of two outputs with one name, one would be lost.
+void checkNames(const RecordOptions& options)
+{
+    std::vector<std::filesystem::path> others;
+    for (const StillTime& still : options.stills) {
+        others.push_back(options.stillsFolder / still.fileName());
+    }
+    for (const auto& file : {options.film, options.hashes, options.pixels}) {
+        if (file.empty()) {
+            continue;
+        }
+        if (std::ranges::any_of(others, [&](const auto& each) { return isSameFile(file, each); })) {
+            throw UsageError("two outputs have the name " + file.string());
+        }
+        others.push_back(file);
+    }
+}
+
 // Sets the film's default name, and checks options that depend on each other.
 void check(RecordOptions& options)
 {
@@ -196,6 +227,7 @@ void check(RecordOptions& options)
     if (options.crf && options.film.empty()) {
         throw UsageError("--crf is for a film; name one with -o");
     }
+    checkNames(options);
     const std::uint64_t first = options.firstFrame();
     const std::optional<std::uint64_t> end = options.endFrame();
     if (end && *end <= first) {

@@ -15,6 +15,8 @@
 struct StillTime {
     std::string time; // as it was written; names the file
     std::uint64_t microseconds = 0;
+
+    [[nodiscard]] std::string fileName() const { return time + ".png"; }
 };
 
 // Times are in microseconds since the show's first frame.

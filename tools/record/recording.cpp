@@ -24,7 +24,7 @@ std::multimap<std::uint64_t, std::string> stillsByFrame(const RecordOptions& opt
 {
     std::multimap<std::uint64_t, std::string> stills;
     for (const StillTime& still : options.stills) {
-        stills.emplace(options.frameOf(still), still.time + ".png");
+        stills.emplace(options.frameOf(still), still.fileName());
     }
     return stills;
 }
@@ -72,8 +72,7 @@ Recording::Recording(const RecordOptions& options)
       needsAllPictures_(streamsOf(options).pictures), stills_(stillsByFrame(options)),
       next_(options.firstFrame()), progress_(options.rate, expectedEnd(options)),
       frames_(options.rate, options.firstFrame(), needsSound_,
-              [this](Frame frame) { takeFrame(std::move(frame)); }),
-      show_(options, wanted())
+              [this](Frame frame) { takeFrame(std::move(frame)); })
 {
     std::error_code error;
     if (!options.stills.empty() &&
@@ -93,14 +92,18 @@ Recording::Recording(const RecordOptions& options)
 
 bool Recording::run(const FileDescriptor& signals)
 {
+    std::string fault;
     try {
         do {
+            startShow();
             play(signals);
         } while (startsAgain());
+        fault = isInterrupted_ ? "" : faultOfShow();
+        isWhole_ = !isInterrupted_ && fault.empty();
         finish(signals);
     } catch (const RecordError&) {
         // The film is completed as far as it goes, unless it is ffmpeg that has failed.
-        show_.stop();
+        show_.reset();
         hashes_.reset();
         pixels_.reset();
         if (encoder_ && encoder_->isDone()) {
@@ -119,8 +122,11 @@ bool Recording::run(const FileDescriptor& signals)
     } else if (isInterrupted_) {
         std::fputs("kso: nothing was recorded\n", stderr);
     }
+    if (!fault.empty()) {
+        throw RecordError(fault);
+    }
     if (!isInterrupted_) {
-        checkShow();
+        checkOutputs();
     }
     return !isInterrupted_;
 }
@@ -147,7 +153,7 @@ Wanted Recording::wanted() const
 
 void Recording::play(const FileDescriptor& signals)
 {
-    while (show_.pipe().isOpen()) {
+    while (showPlays()) {
         serve(signals);
     }
     const bool isAbandoned = lacksPicture_ && needsAllPictures_;
@@ -165,41 +171,51 @@ bool Recording::startsAgain()
     }
     ++runs_;
     lacksPicture_ = false;
-    const Wanted again = wanted();
-    show_ = Show(options_, again);
-    frames_ = FrameAssembler(options_.rate, again.from, again.sound,
-                             [this](Frame frame) { takeFrame(std::move(frame)); });
     return true;
 }
 
-// Waits until a signal, the show or the encoder can go on, and lets it.
+void Recording::startShow()
+{
+    const Wanted next = wanted();
+    show_.emplace(options_, next);
+    frames_ = FrameAssembler(options_.rate, next.from, next.sound,
+                             [this](Frame frame) { takeFrame(std::move(frame)); });
+}
+
+// Waits until a signal, the show or one of the outputs can go on, and lets it.
 void Recording::serve(const FileDescriptor& signals)
 {
     std::vector<pollfd> waits = {
         {signals.number(), POLLIN, 0}
     };
-    const bool isBusy = encoder_ && encoder_->isBusy();
-    const bool readsShow = show_.pipe().isOpen() && !isBusy;
+    const bool isBusy = (encoder_ && encoder_->isBusy()) || (pixels_ && pixels_->isBusy());
+    const bool readsShow = showPlays() && !isBusy;
     if (readsShow) {
-        waits.push_back({show_.pipe().number(), POLLIN, 0});
+        waits.push_back({show_->pipe().number(), POLLIN, 0});
     }
     if (encoder_) {
         encoder_->appendTo(waits);
+    }
+    if (pixels_) {
+        pixels_->appendTo(waits);
     }
     ::poll(waits.data(), waits.size(), isBusy ? kAskAgainMs : kForEver);
 
     if (waits.front().revents != 0) {
         interrupt(signals);
     }
-    if (readsShow && show_.pipe().isOpen()) {
-        show_.read([this](const PacketHeader& header, std::vector<std::uint8_t> bytes) {
+    if (readsShow && showPlays()) {
+        show_->read([this](const PacketHeader& header, std::vector<std::uint8_t> bytes) {
             take(header, std::move(bytes));
         });
     }
+    if (pixels_) {
+        pixels_->serve();
+    }
     if (encoder_) {
         encoder_->serve();
-        if (encoder_->isDone() && show_.pipe().isOpen()) {
-            encoder_->complete();
+        if (encoder_->isDone() && showPlays()) {
+            encoder_->complete(false);
             throw RecordError("ffmpeg ended " + options_.film.string() + " before the show's end");
         }
     }
@@ -214,10 +230,12 @@ void Recording::interrupt(const FileDescriptor& signals)
     }
     if (isInterrupted_) {
         encoder_.reset();
-        throw RecordError("stopped before the film was complete");
+        throw RecordError("stopped before all was written");
     }
     isInterrupted_ = true;
-    show_.stop();
+    if (show_) {
+        show_->stop();
+    }
 }
 
 void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes)
@@ -233,7 +251,7 @@ void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes
         missing_.insert(header.position);
         lacksPicture_ = true;
         if (needsAllPictures_) {
-            show_.stop(); // what comes after it is wanted too
+            show_->stop(); // what comes after it is wanted too
         }
         return;
     }
@@ -259,7 +277,7 @@ void Recording::takeFrame(Frame frame)
         hashes_->add(frame);
     }
     if (pixels_) {
-        pixels_->add(frame);
+        pixels_->push(frame);
     }
     if (encoder_) {
         encoder_->push(std::move(frame));
@@ -272,10 +290,10 @@ void Recording::finish(const FileDescriptor& signals)
         hashes_->close();
         hashes_.reset();
     }
-    if (pixels_) {
-        pixels_->close();
-        pixels_.reset();
+    while (pixels_ && !pixels_->isDone()) {
+        serve(signals);
     }
+    pixels_.reset();
     if (taken_ == 0) {
         encoder_.reset();
     }
@@ -284,10 +302,20 @@ void Recording::finish(const FileDescriptor& signals)
         while (!encoder_->isDone()) {
             serve(signals);
         }
-        if (const std::string remark = encoder_->complete(); !remark.empty()) {
-            progress_.clear();
-            std::fprintf(stderr, "kso: ffmpeg says: %s\n", remark.c_str());
-        }
+        completeFilm();
+    }
+}
+
+void Recording::completeFilm()
+{
+    filmPlace_ = encoder_->complete(isWhole_);
+    progress_.clear();
+    if (!encoder_->remark().empty()) {
+        std::fprintf(stderr, "kso: ffmpeg says: %s\n", encoder_->remark().c_str());
+    }
+    if (filmPlace_ != options_.film) {
+        std::fprintf(stderr, "kso: %s stays as it was; what was recorded now is in %s\n",
+                     options_.film.c_str(), filmPlace_.c_str());
     }
 }
 
@@ -302,22 +330,24 @@ void Recording::report()
     }
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
                            static_cast<double>(options_.rate.frames);
-    const std::string to = options_.film.empty() ? "" : " to " + options_.film.string();
+    const std::string to = options_.film.empty() ? "" : " to " + filmPlace_.string();
     std::fprintf(stderr, "kso: %llu frame%s, %s, recorded%s in %s\n",
                  static_cast<unsigned long long>(taken_), taken_ == 1 ? "" : "s",
                  clockText(seconds, 2).c_str(), to.c_str(), took.c_str());
 }
 
-void Recording::checkShow()
+// Waits for the show's end. Returns why it is not the end that was wanted, or nothing.
+std::string Recording::faultOfShow()
 {
-    const int status = show_.wait();
+    const int status = show_->wait();
     if (status > kStatusOfSignals) {
-        throw RecordError("the show was ended by signal " +
-                          std::to_string(status - kStatusOfSignals));
+        return "the show was ended by signal " + std::to_string(status - kStatusOfSignals);
     }
-    if (status != kStatusAfterShow) {
-        throw RecordError("the show failed");
-    }
+    return status == kStatusAfterShow ? "" : "the show failed";
+}
+
+void Recording::checkOutputs() const
+{
     if (taken_ == 0) {
         throw RecordError(options_.firstFrame() > 0 ? "the show ended before --from"
                                                     : "the show ended before its first frame");

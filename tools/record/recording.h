@@ -10,6 +10,7 @@
 #include "tools/record/show.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
@@ -29,12 +30,16 @@ private:
     [[nodiscard]] Wanted wanted() const;
     void play(const FileDescriptor& signals);
     bool startsAgain();
+    void startShow();
+    [[nodiscard]] bool showPlays() const { return show_ && show_->pipe().isOpen(); }
     void take(const PacketHeader& header, std::vector<std::uint8_t> bytes);
     void takeFrame(Frame frame);
     void serve(const FileDescriptor& signals);
     void interrupt(const FileDescriptor& signals);
     void finish(const FileDescriptor& signals);
-    void checkShow();
+    void completeFilm();
+    [[nodiscard]] std::string faultOfShow();
+    void checkOutputs() const;
     void report();
 
     const RecordOptions& options_;
@@ -47,10 +52,12 @@ private:
     int runs_ = 0;                                     // of the show, before this one
     bool lacksPicture_ = false;                        // this run
     bool isInterrupted_ = false;
+    bool isWhole_ = false;            // the show has come to the end that was wanted
+    std::filesystem::path filmPlace_; // where the film is, once it is complete
     std::optional<HashList> hashes_;
     std::optional<PixelStream> pixels_;
     std::optional<Encoder> encoder_; // none if there is no film to make
     Progress progress_;
     FrameAssembler frames_;
-    Show show_;
+    std::optional<Show> show_;
 };
