@@ -247,6 +247,17 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
                   Lines(begin, begin + 2))
             << first;
     }
+    // Several shows draw by turns; one of them may hold what another has drawn.
+    for (const std::string jobs : {"2", "3"}) {
+        EXPECT_EQ(studio.list(options + "--jobs " + jobs), all) << jobs;
+        EXPECT_EQ(studio.list(options + "--from 1.2 --to 1.5 --jobs " + jobs),
+                  Lines(all.begin() + 24, all.begin() + 30));
+    }
+    const Result result = studio.run("$RECORD --show . -o a.mkv" + options +
+                                     "&& $RECORD --show . --jobs 2 -o b.mkv" + options +
+                                     "&& for film in a b; do ffmpeg -v error -i $film.mkv "
+                                     "-f framemd5 $film; done && cmp a b");
+    EXPECT_EQ(result.status, 0) << result.errors;
 }
 
 // The show's own music, with all that a player carries over.
@@ -314,6 +325,7 @@ TEST(Recorded, SaysWhyThereIsNoRecording)
     constexpr Row kRows[] = {
         {"rm data/olvu.xm;", "--to 1", 1, "kso: the show failed\n", "Error!\nFile not found\n"},
         {"rm -r data;", "--to 1", 1, "kso: the show failed\n", "Error!\nFile not found\n"},
+        {"rm data/by.tga;", "--jobs 3", 1, "\n\nError opening data/by.tga!\n\nkso: the show failed\n"},
         {"rm data/by.tga;", "", 1, "\n\nError opening data/by.tga!\n\nkso: the show failed\n"},
         {"", "--show nowhere", 2, "kso: there is no folder \"nowhere\"\n"},
         {"", "--shows .", 2, "kso: there is no option \"--shows\"; "},

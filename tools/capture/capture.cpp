@@ -68,6 +68,20 @@ FrameRate readRate(const char* text)
     return isRate ? FrameRate{frames, seconds} : FrameRate{};
 }
 
+// Of frames that several programs draw by turns, those of this one.
+struct Turn {
+    std::uint64_t first = 0;
+    std::uint64_t every = 1;
+};
+
+Turn readTurn(const char* text)
+{
+    unsigned long first = 0;
+    unsigned long every = 0;
+    const bool isTurn = std::sscanf(text, "%lu/%lu", &first, &every) == 2;
+    return isTurn ? Turn{first, every} : Turn{};
+}
+
 // What the recorder wants; its settings are taken for well-formed.
 struct Settings {
     int pipe = static_cast<int>(environmentNumber(setting::kPipe, 0));
@@ -76,12 +90,14 @@ struct Settings {
     std::uint64_t from = environmentNumber(setting::kFrom, 0);
     std::uint64_t to = environmentNumber(setting::kTo, kNever);
     std::optional<Frames> pictures = readFrames(environmentText(setting::kWanted)); // none: all
-    std::optional<Frames> drawn = readFrames(environmentText(setting::kDrawn));     // none: all
+    Turn turn = readTurn(environmentText(setting::kTurn));
+    std::optional<Frames> drawn = readFrames(environmentText(setting::kDrawn)); // none: all
     bool wantsSound = *environmentText(setting::kSound) != '\0';
 
     [[nodiscard]] bool wantsPicture(std::uint64_t frame) const
     {
-        return frame >= from && frame < to && (!pictures || pictures->contains(frame));
+        return frame >= from && frame < to && (!pictures || pictures->contains(frame)) &&
+               frame % turn.every == turn.first;
     }
     [[nodiscard]] bool draws(std::uint64_t frame) const
     {
@@ -133,8 +149,9 @@ public:
             if (isHeard(frame) || frame % kUnheardFrames == 0) {
                 send(PacketKind::unseen, frame, nullptr, 0);
             }
-        } else if (const std::optional<std::uint64_t> missing = missingFrame()) {
-            send(PacketKind::missing, *missing, nullptr, 0);
+        } else if (const auto missing = missingFrame()) {
+            const MissingPicture picture{missing->frame, missing->isHeld};
+            send(PacketKind::missing, frame, &picture, sizeof picture);
         } else {
             readPicture(pixels_);
             send(PacketKind::picture, frame, pixels_.data(), pixels_.size());

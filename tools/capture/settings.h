@@ -11,6 +11,7 @@ constexpr const char* kSound = "CAPTURE_SOUND"; // "yes": its sound too, and tha
 constexpr const char* kTo = "CAPTURE_TO";       // the show is closed before this frame; "" never
 constexpr const char* kClose = "CAPTURE_CLOSE"; // by an event of this type, for tests; "" SDL_QUIT
 constexpr const char* kWanted = "CAPTURE_WANTED"; // "all" pictures, or frames in order: "30,744"
-constexpr const char* kDrawn = "CAPTURE_DRAWN";   // frames to draw besides, in the same way
+constexpr const char* kTurn = "CAPTURE_TURN";   // "1/4": of them only the frames 1, 5, 9...; "" all
+constexpr const char* kDrawn = "CAPTURE_DRAWN"; // frames to draw besides, in the same way
 
 } // namespace setting

@@ -8,7 +8,7 @@
 
 namespace {
 
-using Missing = std::optional<std::uint64_t>; // the skipped frame that would have to be drawn
+using Missing = std::optional<MissingFrame>; // the skipped frame that would have to be drawn
 
 // The part of a texture that skipped frames have changed.
 struct Stale {
@@ -51,18 +51,21 @@ void setTexCoord()
 bool draws()
 {
     if (!isDrawn) {
-        missingColour = frame;
+        missingColour = {frame, true};
         if (hasDepthTest) {
-            missingDepth = frame;
+            missingDepth = missingColour;
         }
         return false;
     }
+    if (missingColour) {
+        missingColour->isHeld = false;
+    }
     if (hasDepthTest && depthFunction != GL_ALWAYS && missingDepth) {
-        missingColour = missingDepth;
+        missingColour = {missingDepth->frame, false};
     }
     if (hasTexture && !staleTextures().empty()) {
         if (const auto stale = staleTextures().find(texture); stale != staleTextures().end()) {
-            missingColour = stale->second.frame;
+            missingColour = {stale->second.frame, false};
         }
     }
     return true;
@@ -104,7 +107,7 @@ void beginFrame(std::uint64_t newFrame, bool newIsDrawn)
     isDrawn = newIsDrawn;
 }
 
-std::optional<std::uint64_t> missingFrame()
+std::optional<MissingFrame> missingFrame()
 {
     return missingColour;
 }
@@ -162,7 +165,7 @@ void glDrawArrays(GLenum mode, GLint first, GLsizei count)
 void glClear(GLbitfield buffers)
 {
     static const auto kReal = original<decltype(&glClear)>("glClear");
-    const Missing missing = isDrawn ? std::nullopt : Missing(frame);
+    const Missing missing = isDrawn ? std::nullopt : Missing({frame, true});
     missingColour = (buffers & GL_COLOR_BUFFER_BIT) != 0 ? missing : missingColour;
     missingDepth = (buffers & GL_DEPTH_BUFFER_BIT) != 0 ? missing : missingDepth;
     if (isDrawn) {

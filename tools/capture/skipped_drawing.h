@@ -14,7 +14,14 @@
 // Before the first call of this, everything is drawn.
 void beginFrame(std::uint64_t frame, bool isDrawn);
 
+struct MissingFrame {
+    std::uint64_t frame = 0;
+    bool isHeld = false; // nothing was drawn since: the buffer would show this frame
+
+    bool operator==(const MissingFrame&) const = default;
+};
+
 // None if OpenGL's buffer shows what it would show with every frame drawn. Otherwise a skipped
 // frame that has to be drawn too: the latest one that the buffer, its depths or a texture in it
 // depend on.
-std::optional<std::uint64_t> missingFrame();
+std::optional<MissingFrame> missingFrame();

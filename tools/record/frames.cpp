@@ -1,5 +1,6 @@
 #include "tools/record/frames.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -9,13 +10,12 @@ void FrameAssembler::add(const PacketHeader& header, std::vector<std::uint8_t> b
     if (header.kind == PacketKind::sound) {
         addSound(header.position, bytes);
     } else if (header.kind == PacketKind::picture || header.kind == PacketKind::unseen) {
-        seen_ = header.position + 1;
+        seen_ = std::max(seen_, header.position + 1);
         if (header.position >= first_) {
             waiting_ = Frame{header.position, std::move(bytes), {}};
         }
     }
-    const std::uint64_t heard = soundBegin_ + sound_.size() / kSoundChannels;
-    if (waiting_ && (!hasSound_ || heard >= rate_.samplesBefore(waiting_->number + 1))) {
+    if (waiting_ && (!hasSound_ || heard() >= rate_.samplesBefore(waiting_->number + 1))) {
         passOn();
     }
 }

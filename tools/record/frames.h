@@ -30,6 +30,15 @@ public:
 
     void add(const PacketHeader& header, std::vector<std::uint8_t> bytes);
 
+    // True while no further picture may be added: the latest one has not all its sound yet.
+    [[nodiscard]] bool needsSound() const { return waiting_.has_value(); }
+
+    // The sample before which all sound is there.
+    [[nodiscard]] std::uint64_t heard() const
+    {
+        return soundBegin_ + sound_.size() / kSoundChannels;
+    }
+
     // To be called after the last packet: completes the last frame with silence.
     void finish();
 

@@ -26,6 +26,7 @@ const char* const kRecordHelp =
   --from SECONDS    begin with the first frame at this moment of the show or after it
   --to SECONDS      end before the first frame at this moment or after it
   --crf N           quality of .mp4, .mov, .mkv and .webm: 0 is the best, 51 the smallest (18)
+  --jobs N          draw with N processes side by side (1); the recording is the same, to the bit
   --stills FOLDER   with --at: single frames as FOLDER/TIME.png; without -o, no film is made
   --at TIME,...     the moments of the stills, in seconds
   --hashes FILE     a line for each frame: its number, a hash of its picture, a hash of its sound;
@@ -52,6 +53,7 @@ constexpr int kMaxWidth = 3840;
 constexpr int kMaxHeight = 2160;
 constexpr int kMinLength = 16;
 constexpr int kMaxCrf = 51;
+constexpr int kMaxJobs = 64;
 constexpr std::size_t kMaxDecimals = 6;
 
 [[noreturn]] void complain(Text option, Text value, Text wanted)
@@ -166,6 +168,15 @@ int readCrf(Text option, Text value)
     return *crf;
 }
 
+int readJobs(Text option, Text value)
+{
+    const std::optional<int> jobs = toNumber<int>(value);
+    if (!jobs || *jobs < 1 || *jobs > kMaxJobs) {
+        complain(option, value, "a number from 1 to 64");
+    }
+    return *jobs;
+}
+
 struct Option {
     Text name;
     void (*read)(RecordOptions& options, Text option, Text value);
@@ -178,6 +189,7 @@ constexpr std::array kOptions = {
     Option{"--from",   [](auto& all, Text name, Text value) { all.from = readTime(name, value); }    },
     Option{"--to",     [](auto& all, Text name, Text value) { all.to = readTime(name, value); }      },
     Option{"--crf",    [](auto& all, Text name, Text value) { all.crf = readCrf(name, value); }      },
+    Option{"--jobs",   [](auto& all, Text name, Text value) { all.jobs = readJobs(name, value); }    },
     Option{"--stills", [](auto& all, Text,      Text value) { all.stillsFolder = value; }            },
     Option{"--at",     [](auto& all, Text name, Text value) { all.stills = readStills(name, value); }},
     Option{"--hashes", [](auto& all, Text,      Text value) { all.hashes = value; }                  },

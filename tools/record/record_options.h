@@ -27,6 +27,7 @@ struct RecordOptions {
     std::uint64_t from = 0;
     std::optional<std::uint64_t> to; // none: the show's end
     std::optional<int> crf;
+    int jobs = 1; // shows that draw side by side
     std::filesystem::path stillsFolder;
     std::vector<StillTime> stills;
     std::filesystem::path hashes; // empty: none

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr int kStatusAfterShow = 1;   // of the show, if it did not fail
-constexpr int kStatusOfSignals = 128; // plus the signal's number, as Process::wait returns it
 constexpr int kAskAgainMs = 5;
 constexpr int kForEver = -1;
 
@@ -70,9 +68,7 @@ std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
 Recording::Recording(const RecordOptions& options)
     : options_(options), needsSound_(streamsOf(options).sound),
       needsAllPictures_(streamsOf(options).pictures), stills_(stillsByFrame(options)),
-      next_(options.firstFrame()), progress_(options.rate, expectedEnd(options)),
-      frames_(options.rate, options.firstFrame(), needsSound_,
-              [this](Frame frame) { takeFrame(std::move(frame)); })
+      next_(options.firstFrame()), progress_(options.rate, expectedEnd(options))
 {
     std::error_code error;
     if (!options.stills.empty() &&
@@ -95,15 +91,15 @@ bool Recording::run(const FileDescriptor& signals)
     std::string fault;
     try {
         do {
-            startShow();
+            startShows();
             play(signals);
         } while (startsAgain());
-        fault = isInterrupted_ ? "" : faultOfShow();
+        fault = isInterrupted_ ? "" : shows_->fault();
         isWhole_ = !isInterrupted_ && fault.empty();
         finish(signals);
     } catch (const RecordError&) {
         // The film is completed as far as it goes, unless it is ffmpeg that has failed.
-        show_.reset();
+        shows_.reset();
         hashes_.reset();
         pixels_.reset();
         if (encoder_ && encoder_->isDone()) {
@@ -135,7 +131,8 @@ bool Recording::run(const FileDescriptor& signals)
 Wanted Recording::wanted() const
 {
     constexpr int kMaxSkippingRuns = 2;
-    Wanted wanted{next_, options_.endFrame(), needsSound_, "all", listOf(missing_)};
+    Wanted wanted{next_, options_.endFrame(), needsSound_, "all"};
+    wanted.drawn = listOf(missing_);
     if (!needsAllPictures_) {
         wanted.pictures = listOf(stills_ | std::views::keys);
     }
@@ -156,9 +153,9 @@ void Recording::play(const FileDescriptor& signals)
     while (showPlays()) {
         serve(signals);
     }
-    const bool isAbandoned = lacksPicture_ && needsAllPictures_;
+    const bool isAbandoned = needsAllPictures_ && !shows_->missing().empty();
     if (!isInterrupted_ && !isAbandoned) {
-        frames_.finish();
+        shows_->finish();
     }
 }
 
@@ -166,20 +163,17 @@ void Recording::play(const FileDescriptor& signals)
 // what is still on the screen was not drawn. Then the show is played again with that frame.
 bool Recording::startsAgain()
 {
-    if (isInterrupted_ || !lacksPicture_) {
+    if (isInterrupted_ || shows_->missing().empty()) {
         return false;
     }
+    missing_.insert(shows_->missing().begin(), shows_->missing().end());
     ++runs_;
-    lacksPicture_ = false;
     return true;
 }
 
-void Recording::startShow()
+void Recording::startShows()
 {
-    const Wanted next = wanted();
-    show_.emplace(options_, next);
-    frames_ = FrameAssembler(options_.rate, next.from, next.sound,
-                             [this](Frame frame) { takeFrame(std::move(frame)); });
+    shows_.emplace(options_, wanted(), [this](Frame frame) { takeFrame(std::move(frame)); });
 }
 
 // Waits until a signal, the show or one of the outputs can go on, and lets it.
@@ -191,7 +185,7 @@ void Recording::serve(const FileDescriptor& signals)
     const bool isBusy = (encoder_ && encoder_->isBusy()) || (pixels_ && pixels_->isBusy());
     const bool readsShow = showPlays() && !isBusy;
     if (readsShow) {
-        waits.push_back({show_->pipe().number(), POLLIN, 0});
+        shows_->appendTo(waits);
     }
     if (encoder_) {
         encoder_->appendTo(waits);
@@ -205,9 +199,7 @@ void Recording::serve(const FileDescriptor& signals)
         interrupt(signals);
     }
     if (readsShow && showPlays()) {
-        show_->read([this](const PacketHeader& header, std::vector<std::uint8_t> bytes) {
-            take(header, std::move(bytes));
-        });
+        readShows();
     }
     if (pixels_) {
         pixels_->serve();
@@ -233,30 +225,19 @@ void Recording::interrupt(const FileDescriptor& signals)
         throw RecordError("stopped before all was written");
     }
     isInterrupted_ = true;
-    if (show_) {
-        show_->stop();
+    if (shows_) {
+        shows_->stop();
     }
 }
 
-void Recording::take(const PacketHeader& header, std::vector<std::uint8_t> bytes)
+void Recording::readShows()
 {
-    if (header.kind == PacketKind::started) {
-        const std::string renderer(bytes.begin(), bytes.end());
-        if (runs_ == 0) {
-            std::fprintf(stderr, "kso: %s draws\n", renderer.c_str());
-        }
-        return;
+    const bool wasKnown = runs_ > 0 || !shows_->renderer().empty();
+    shows_->serve();
+    if (!wasKnown && !shows_->renderer().empty()) {
+        std::fprintf(stderr, "kso: %s draws\n", shows_->renderer().c_str());
     }
-    if (header.kind == PacketKind::missing) {
-        missing_.insert(header.position);
-        lacksPicture_ = true;
-        if (needsAllPictures_) {
-            show_->stop(); // what comes after it is wanted too
-        }
-        return;
-    }
-    frames_.add(header, std::move(bytes));
-    progress_.show(frames_.seen());
+    progress_.show(shows_->seen());
 }
 
 void Recording::takeFrame(Frame frame)
@@ -334,16 +315,6 @@ void Recording::report()
     std::fprintf(stderr, "kso: %llu frame%s, %s, recorded%s in %s\n",
                  static_cast<unsigned long long>(taken_), taken_ == 1 ? "" : "s",
                  clockText(seconds, 2).c_str(), to.c_str(), took.c_str());
-}
-
-// Waits for the show's end. Returns why it is not the end that was wanted, or nothing.
-std::string Recording::faultOfShow()
-{
-    const int status = show_->wait();
-    if (status > kStatusOfSignals) {
-        return "the show was ended by signal " + std::to_string(status - kStatusOfSignals);
-    }
-    return status == kStatusAfterShow ? "" : "the show failed";
 }
 
 void Recording::checkOutputs() const

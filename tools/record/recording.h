@@ -2,12 +2,12 @@
 #pragma once
 
 #include "tools/record/encoder.h"
+#include "tools/record/ensemble.h"
 #include "tools/record/frames.h"
 #include "tools/record/hash_list.h"
 #include "tools/record/pixel_stream.h"
 #include "tools/record/progress.h"
 #include "tools/record/record_options.h"
-#include "tools/record/show.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -30,15 +30,14 @@ private:
     [[nodiscard]] Wanted wanted() const;
     void play(const FileDescriptor& signals);
     bool startsAgain();
-    void startShow();
-    [[nodiscard]] bool showPlays() const { return show_ && show_->pipe().isOpen(); }
-    void take(const PacketHeader& header, std::vector<std::uint8_t> bytes);
+    void startShows();
+    void readShows();
+    [[nodiscard]] bool showPlays() const { return shows_ && shows_->isOpen(); }
     void takeFrame(Frame frame);
     void serve(const FileDescriptor& signals);
     void interrupt(const FileDescriptor& signals);
     void finish(const FileDescriptor& signals);
     void completeFilm();
-    [[nodiscard]] std::string faultOfShow();
     void checkOutputs() const;
     void report();
 
@@ -58,6 +57,5 @@ private:
     std::optional<PixelStream> pixels_;
     std::optional<Encoder> encoder_; // none if there is no film to make
     Progress progress_;
-    FrameAssembler frames_;
-    std::optional<Show> show_;
+    std::optional<Ensemble> shows_;
 };

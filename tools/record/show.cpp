@@ -17,6 +17,9 @@ namespace {
 
 constexpr int kPipeNumber = 100; // file descriptors in the show, higher than any of ours
 constexpr int kLibraryNumber = 101;
+constexpr int kStatusAfterShow = 1;   // of the show, if it did not fail
+constexpr int kStatusOfSignals = 128; // plus the signal's number, as Process::wait returns it
+constexpr const char* kMesaThreads = "LP_NUM_THREADS";
 
 std::string inherited(const char* name)
 {
@@ -48,7 +51,11 @@ Command showCommand(const RecordOptions& options, const Wanted& wanted)
     set(setting::kTo, wanted.to ? std::to_string(*wanted.to) : "");
     set(setting::kSound, wanted.sound ? "yes" : "");
     set(setting::kWanted, wanted.pictures);
+    set(setting::kTurn, wanted.turn);
     set(setting::kDrawn, wanted.drawn);
+    if (wanted.drawingThreads > 0 && inherited(kMesaThreads).empty()) {
+        set(kMesaThreads, std::to_string(wanted.drawingThreads));
+    }
     return command;
 }
 
@@ -109,4 +116,20 @@ void Show::stop()
 {
     process_.signal(SIGKILL);
     pipe_.close();
+    isStopped_ = true;
+}
+
+std::string Show::fault()
+{
+    if (hasEnded_) {
+        return "";
+    }
+    const int status = process_.wait();
+    hasEnded_ = true;
+    if (isStopped_ || status == kStatusAfterShow) {
+        return "";
+    }
+    return status > kStatusOfSignals
+               ? "the show was ended by signal " + std::to_string(status - kStatusOfSignals)
+               : "the show failed";
 }

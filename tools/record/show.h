@@ -4,10 +4,10 @@
 #include "tools/capture/packets.h"
 #include "tools/record/process.h"
 #include "tools/record/record_options.h"
+#include "tools/record/source.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,36 +19,31 @@ struct Wanted {
     std::optional<std::uint64_t> to; // the show is closed before this one; none: it ends by itself
     bool sound = false;              // of `from` and all that follow
     std::string pictures;            // "all" of them, or frame numbers like "30,744"
-    std::string drawn;               // frames to draw besides, in the same way
+    std::string turn = {};           // "1/4": of the pictures only those of frames 1, 5, 9...
+    std::string drawn = {};          // frames to draw besides, as in `pictures`
+    int drawingThreads = 0;          // of a software renderer; 0: its own choice
 };
 
-class Show {
+class Show : public Source {
 public:
     // Throws RecordError.
     Show(const RecordOptions& options, const Wanted& wanted);
 
-    using Take = std::function<void(const PacketHeader&, std::vector<std::uint8_t>)>;
-
-    // Reads what the pipe holds now, and calls `take` if that completes a packet. Reads one packet
-    // at most. Closes the pipe when the show has closed its end.
-    void read(const Take& take);
-
-    [[nodiscard]] const FileDescriptor& pipe() const { return pipe_; }
-
-    // Kills it.
-    void stop();
-
-    // Waits for its end and returns its exit status, as Process::wait does.
-    int wait() { return process_.wait(); }
+    void read(const Take& take) override;
+    [[nodiscard]] const FileDescriptor& pipe() const override { return pipe_; }
+    void stop() override;
+    std::string fault() override;
 
 private:
     // Reads on; true once all `count` bytes are there.
     bool fill(void* bytes, std::size_t count);
 
     Process process_;
+    bool hasEnded_ = false;
     FileDescriptor pipe_;
     PacketHeader header_;
     std::vector<std::uint8_t> bytes_;
     std::size_t filled_ = 0; // bytes read of header_, or of bytes_ if hasHeader_
     bool hasHeader_ = false;
+    bool isStopped_ = false;
 };
