@@ -5,6 +5,7 @@
 #include <GL/gl.h>
 #include <array>
 #include <bit>
+#include <cmath>
 #include <set>
 #include <vector>
 
@@ -161,15 +162,18 @@ void glEnd()
     line += on(GL_TEXTURE_2D) ? text(" texture %u 0x%x", gl.texture, gl.textureMode) : "";
     line += gl.mode == GL_LINES ? text(" width %g", gl.lineWidth) : "";
     line += " at" + gl.matrices.back() + text(", %zu vertices", gl.primitive.size());
+    bool isFinite = true;
     for (Vertex& vertex : gl.primitive) {
         auto values = std::bit_cast<std::array<float, 9>>(vertex);
         for (std::size_t i = 0; i < values.size(); ++i) {
             const bool isTexCoord = i == 3 || i == 4;
             values[i] = isTexCoord && !on(GL_TEXTURE_2D) ? 0.0F : values[i] + 0.0F; // never -0
+            isFinite = isFinite && std::isfinite(values[i]);
             line += gl.primitive.size() <= 4 ? text(" %.9g", values[i]) : "";
         }
         vertex = std::bit_cast<Vertex>(values);
     }
+    line += isFinite ? "" : " and not all finite";
     const auto hash = fnv1a(gl.primitive.data(), gl.primitive.size() * sizeof(Vertex));
     tell(line + text(" %016llx", static_cast<unsigned long long>(hash)));
 }
