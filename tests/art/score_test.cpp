@@ -3,7 +3,11 @@
 #include "art/music/score/score_reader.h"
 
 #include <array>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -191,4 +195,16 @@ TEST(Score, SaysWhereAFaultIs)
                 << message;
         }
     }
+}
+
+// Opening one would wait until somebody writes into it.
+TEST(Score, ReadsNoPipe)
+{
+    const std::string pipe = testing::TempDir() + "kso_score_" + std::to_string(::getpid());
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    ::alarm(20); // ends what hangs
+    EXPECT_THROW(readScore(pipe), ScoreError);
+    EXPECT_THROW(readScoreText("include " + pipe + "\n", "song.trk"), ScoreError);
+    ::alarm(0);
+    std::filesystem::remove(pipe);
 }

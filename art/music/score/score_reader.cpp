@@ -22,9 +22,11 @@ class ScoreReader {
 public:
     void readFile(const std::filesystem::path& path)
     {
-        std::ifstream stream(path);
-        require(stream.good() && std::filesystem::is_regular_file(path),
-                "cannot read " + path.string());
+        // Asked for first: opening a pipe would wait for a writer.
+        std::error_code error;
+        const bool isFile = std::filesystem::is_regular_file(path, error);
+        std::ifstream stream(isFile ? path : "");
+        require(stream.good(), "cannot read " + path.string());
         read(stream, path);
     }
 
