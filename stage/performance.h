@@ -11,7 +11,7 @@ class Performance {
 public:
     explicit Performance(Seconds frame) : frame_(frame) {}
 
-    void frameBegins();
+    static void frameBegins();
     void frameIsShown();
     // The picture is left standing: what comes next did not follow a frame.
     void pause() { latest_.reset(); }

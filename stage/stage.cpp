@@ -188,7 +188,7 @@ void Stage::choosePace(const std::vector<Seconds>& swaps)
 void Stage::look()
 {
     if (!hasBegun_ && performance_) {
-        performance_->frameBegins();
+        Performance::frameBegins();
     }
     hasBegun_ = true;
 }

@@ -44,7 +44,7 @@ std::string Window::connect()
     if (handles_->sdl == nullptr) {
         return "SDL 2 is not installed";
     }
-    const std::string problem = openVideo(*handles_->sdl);
+    std::string problem = openVideo(*handles_->sdl);
     handles_->hasVideo = problem.empty();
     return problem;
 }
@@ -52,7 +52,7 @@ std::string Window::connect()
 std::string Window::open(const WindowWishes& wishes)
 {
     wishes_ = wishes;
-    const std::string problem = openWindow();
+    std::string problem = openWindow();
     if (!problem.empty()) {
         close();
     }
@@ -70,7 +70,8 @@ std::string Window::openWindow()
         display = 0;
     }
 
-    const int centre = static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display));
+    const int centre =
+        static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(static_cast<unsigned>(display)));
     SDL_Rect desktop{};
     SDL_Rect place{centre, centre, 0, 0};
     if (wishes_.isFullScreen) {

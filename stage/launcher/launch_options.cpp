@@ -98,29 +98,29 @@ double readRefresh(std::string_view text)
 bool readPace(std::string_view text)
 {
     if (text != "time" && text != "display") {
-        throw UsageError("--pace takes \"time\" or \"display\"");
+        throw UsageError(R"(--pace takes "time" or "display")");
     }
     return text == "time";
 }
 
 } // namespace
 
-LaunchOptions readLaunchOptions(std::span<const char* const> all)
+LaunchOptions readLaunchOptions(std::span<const char* const> arguments)
 {
     LaunchOptions options;
-    Arguments arguments(all);
-    while (arguments.areLeft()) {
-        const std::string_view word = arguments.next();
+    Arguments rest(arguments);
+    while (rest.areLeft()) {
+        const std::string_view word = rest.next();
         if (!word.starts_with("--")) {
             options.forTheShow.emplace_back(word);
         } else if (word == "--size") {
-            options.size = readSize(arguments.valueOf(word));
+            options.size = readSize(rest.valueOf(word));
         } else if (word == "--display") {
-            options.display = readDisplay(arguments.valueOf(word));
+            options.display = readDisplay(rest.valueOf(word));
         } else if (word == "--refresh") {
-            options.refresh = readRefresh(arguments.valueOf(word));
+            options.refresh = readRefresh(rest.valueOf(word));
         } else if (word == "--pace") {
-            options.pacesByTime = readPace(arguments.valueOf(word));
+            options.pacesByTime = readPace(rest.valueOf(word));
         } else if (word == "--plain") {
             options.isPlain = true;
         } else if (word == "--verbose") {

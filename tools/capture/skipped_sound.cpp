@@ -33,13 +33,15 @@ void skipSound(bool newIsSkipped)
     isSkipped = newIsSkipped;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 std::size_t openmpt::module::read_interleaved_stereo(std::int32_t samplerate, std::size_t count,
-                                                     float* interleaved_stereo)
+                                                     float* interleaved)
 {
     using Function = std::size_t (*)(module*, std::int32_t, std::size_t, float*);
     // The name that compilers give to this very function.
     static const auto kReal = reinterpret_cast<Function>(
         ::dlsym(RTLD_NEXT, "_ZN7openmpt6module23read_interleaved_stereoEimPf"));
     setFilter(*this);
-    return kReal(this, samplerate, count, interleaved_stereo);
+    return kReal(this, samplerate, count, interleaved);
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

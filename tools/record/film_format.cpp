@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <regex>
 #include <sstream>
 #include <string_view>
 
@@ -83,8 +82,14 @@ void append(std::vector<std::string>& arguments, const char* words)
 // Whether ffmpeg would put a picture's number into the name, for a %d or %05d in it.
 bool hasNumber(const std::filesystem::path& film)
 {
-    static const std::regex kNumber("%[0-9]*d");
-    return std::regex_search(film.filename().string(), kNumber);
+    const std::string name = film.filename().string();
+    for (std::size_t at = name.find('%'); at != std::string::npos; at = name.find('%', at + 1)) {
+        const std::size_t letter = name.find_first_not_of("0123456789", at + 1);
+        if (letter != std::string::npos && name[letter] == 'd') {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace

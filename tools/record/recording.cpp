@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <poll.h>
-#include <ranges>
 #include <sys/signalfd.h>
 #include <system_error>
 #include <unistd.h>
@@ -44,14 +43,22 @@ Streams streamsOf(const RecordOptions& options)
     return streams;
 }
 
-template <typename Frames>
-std::string listOf(const Frames& frames)
+std::string listOf(const std::set<std::uint64_t>& frames)
 {
     std::string list;
     for (const std::uint64_t frame : frames) {
         list += std::to_string(frame) + ',';
     }
     return list;
+}
+
+std::set<std::uint64_t> framesOf(const std::multimap<std::uint64_t, std::string>& stills)
+{
+    std::set<std::uint64_t> frames;
+    for (const auto& [frame, name] : stills) {
+        frames.insert(frame);
+    }
+    return frames;
 }
 
 std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
@@ -134,7 +141,7 @@ Wanted Recording::wanted() const
     Wanted wanted{next_, options_.endFrame(), needsSound_, "all"};
     wanted.drawn = listOf(missing_);
     if (!needsAllPictures_) {
-        wanted.pictures = listOf(stills_ | std::views::keys);
+        wanted.pictures = listOf(framesOf(stills_));
     }
     if (runs_ > 0 && !needsAllPictures_) {
         // The sound is there already.

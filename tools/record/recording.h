@@ -49,7 +49,6 @@ private:
     std::uint64_t next_;                               // frame, for all but the stills
     std::set<std::uint64_t> missing_;                  // frames that wanted ones depend on
     int runs_ = 0;                                     // of the show, before this one
-    bool lacksPicture_ = false;                        // this run
     bool isInterrupted_ = false;
     bool isWhole_ = false;            // the show has come to the end that was wanted
     std::filesystem::path filmPlace_; // where the film is, once it is complete
