@@ -120,7 +120,7 @@ TEST(Fsound, LoadsWhatEndsBehindItsPatterns)
     song.instruments.resize(4, song.instruments[0]);
     const Bytes whole = writeXm(song);
     const std::size_t patternsEnd =
-        whole.size() - 4 * (kInstrumentBytes + kSampleHeaderBytes + kSampleBytes);
+        whole.size() - std::size_t{4} * (kInstrumentBytes + kSampleHeaderBytes + kSampleBytes);
     for (std::size_t size = patternsEnd; size < whole.size(); ++size) {
         const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         FMUSIC_MODULE* const module = load(cut);

@@ -225,6 +225,8 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
     }
     const Studio studio(module);
     const std::string options = " --size 160x68 --fps 20 ";
+    const std::string alone = "$RECORD --show . --stills alone" + options + "--at ";
+    const std::string shared = options + "--jobs ";
     constexpr std::size_t kEvery = 3;
     constexpr std::size_t kFrames = 90;
     const auto timeOf = [](std::size_t frame) {
@@ -237,7 +239,7 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
     const Lines all = studio.list(options + "--stills all --at " + moments[0] + ',' + moments[1] +
                                   ',' + moments[2]);
     for (const std::string& some : moments) {
-        const Result result = studio.run("$RECORD --show . --stills alone --at " + some + options);
+        const Result result = studio.run(alone + some);
         EXPECT_EQ(result.status, 0) << result.errors;
     }
     EXPECT_EQ(studio.run("diff -rq all alone").output, "");
@@ -249,8 +251,8 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
     }
     // Several shows draw by turns; one of them may hold what another has drawn.
     for (const std::string jobs : {"2", "3"}) {
-        EXPECT_EQ(studio.list(options + "--jobs " + jobs), all) << jobs;
-        EXPECT_EQ(studio.list(options + "--from 1.2 --to 1.5 --jobs " + jobs),
+        EXPECT_EQ(studio.list(shared + jobs), all) << jobs;
+        EXPECT_EQ(studio.list(shared + jobs + " --from 1.2 --to 1.5"),
                   Lines(all.begin() + 24, all.begin() + 30));
     }
     const Result result = studio.run("$RECORD --show . -o a.mkv" + options +
