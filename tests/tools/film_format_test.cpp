@@ -36,3 +36,39 @@ TEST(FilmFormat, FollowsFromTheName)
         EXPECT_THROW(filmFormat(refused, {}), UsageError) << refused;
     }
 }
+
+TEST(FilmFormat, HasTheEncodersThatItsFilesMayHold)
+{
+    struct Row {
+        const char* name;
+        const char* encoder;
+        const char* options; // among them; empty: refused
+    };
+    constexpr Row kRows[] = {
+        {"a.mp4",  "",          "libx264 -preset veryfast"   },
+        {"a.mp4",  "x265",      "-crf 7 -tag:v hvc1"         },
+        {"a.mkv",  "x265",      "bt709 -crf 7"               },
+        {"a.webm", "",          "libvpx-vp9"                 },
+        {"a.webm", "av1",       "libsvtav1 -preset 8"        },
+        {"a.mkv",  "vaapi",     "format=nv12,hwupload -vaapi"},
+        {"a.mp4",  "nvenc",     "-cq 7"                      },
+        {"a.mov",  "av1",       ""                           },
+        {"a.webm", "x264",      ""                           },
+        {"a.mp4",  "x264 x265", ""                           },
+        {"a.gif",  "x264",      ""                           },
+        {"a.nut",  "x264",      ""                           },
+    };
+    for (const auto& [name, encoder, options] : kRows) {
+        if (*options == 0) {
+            EXPECT_THROW(filmFormat(name, {{}, encoder}), UsageError) << name << encoder;
+            continue;
+        }
+        std::string all;
+        for (const std::string& word : filmFormat(name, {7, encoder}).pictureOptions) {
+            all += word + ' ';
+        }
+        EXPECT_NE(all.find(std::string(options) + (options[0] == '-' ? " " : "")),
+                  std::string::npos)
+            << all;
+    }
+}

@@ -27,6 +27,10 @@ std::string textOf(const RecordOptions& options)
     if (const auto end = options.endFrame()) {
         text << *end;
     }
+    if (options.part) {
+        text << " part " << options.part->number << '/' << options.part->count;
+    }
+    text << (options.joinsParts ? " join" : "");
     for (const StillTime& still : options.stills) {
         text << ' ' << options.stillsFolder.string() << '/' << still.time << '='
              << options.frameOf(still);
@@ -58,6 +62,9 @@ TEST(RecordOptions, AreReadAsTheyAreMeant)
         {"--hashes /dev/null --pixels /dev/null", " 60/1 640x480 0-"                        },
         {"--stills s --at 1 -o a.wav",            "a.wav 60/1 640x480 0- s/1=60"            },
         {"--to 1 -- 5 --to",                      "kso.mp4 60/1 640x480 0-60 -- 5 -- --to"  },
+        {"--part 2/3 -o a.gif --jobs 2 -- 5",     "a.gif 60/1 640x480 0- part 2/3 -- 5"     },
+        {"--join --hashes list --encoder av1",    "kso.mp4 60/1 640x480 0- join"            },
+        {"--join --stills s --at 9",              "kso.mp4 60/1 640x480 0- join s/9=540"    },
         {"-- -nosound 4",                         "kso.mp4 60/1 640x480 0- -- -sound -- 4"  },
     };
     for (const Row& row : kRows) {
@@ -76,6 +83,8 @@ TEST(RecordOptions, AreRefusedWhenTheyAreWrong)
         "|--from 0.001 --to 0.002|--crf 52|--crf -1|--crf x|--stills s|--at 1"
         "|--stills s --at 1,|--stills s --at 2 --to 2|--stills s --at 1 --from 2"
         "|--show nowhere|-o|--fps|film.mp4|-x|--FPS 60|--hashes list --crf 18"
+        "|--part 0/1|--part 2/1|--part 1|--part 1/1000|--part 1/2 --crf 1|--join --part 1/2"
+        "|--join --fps 60|--join -- 3|--stills s --at 1 --encoder x264"
         "|-o a.mp4 --hashes ./a.mp4|--hashes a --pixels b/../a|--stills s --at 1.5 --hashes "
         "s/1.5.png");
     for (std::string line; std::getline(lines, line, '|');) {

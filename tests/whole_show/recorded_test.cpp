@@ -262,6 +262,62 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
+// Parts that were recorded in any order make the film that one recording makes.
+TEST(Recorded, JoinsPartsIntoTheSameFilm)
+{
+    XmModule module = scenes("1 - 2 - - 3 - 5 - 4 - 8");
+    addSound(module);
+    const Studio studio(module);
+    const std::string options = " --show . --size 160x68 --fps 59.94 ";
+    Result result =
+        studio.run("$RECORD -o one.mp4" + options + "&& $RECORD -o one.mp4 --hashes one" + options +
+                   "&& for part in 3 1 2; do $RECORD --part $part/3" + options +
+                   "|| exit; done && $RECORD --join --hashes joined --stills . --at 0.3 "
+                   "&& cmp one joined && cmp one.mp4 kso.mp4 && [ -s 0.3.png ]");
+    ASSERT_EQ(result.status, 0) << result.errors;
+
+    struct Row {
+        const char* before;
+        const char* errors;
+    };
+    constexpr Row kRows[] = {
+        {"rm kso.2-of-3.mkv",                "there is no kso.2-of-3.mkv\n"                         },
+        {"rm kso.*-of-*",                    "there is no kso.1-of-2.mkv or the like to join\n"     },
+        {"truncate -s -9K kso.1-of-3.mkv",   "kso.1-of-3.mkv is not whole; record this part again\n"},
+        {"truncate -s 100 kso.3-of-3.mkv",   "kso.3-of-3.mkv is not a part of a film: "             },
+        {"cp one.mp4 kso.3-of-3.mkv",        "kso.3-of-3.mkv is not a part of a film\n"             },
+        {"cp kso.1-of-3.mkv kso.2-of-3.mkv",
+         "kso.2-of-3.mkv was recorded with other options than the part before it\n"                 },
+        {"cp kso.1-of-3.mkv kso.1-of-1.mkv", "there are both kso.1-of-1.mkv and kso.1-of-3.mkv; "   },
+    };
+    for (const auto& [before, errors] : kRows) {
+        result = studio.run("rm -rf torn && mkdir torn && cp *-of-* one.mp4 torn && cd torn && " +
+                            std::string(before) + " && $RECORD --join");
+        EXPECT_EQ(result.status, 1) << before;
+        EXPECT_THAT(result.errors, HasSubstr(errors)) << before;
+    }
+    // A part is whole or not there.
+    result =
+        studio.run("timeout --preserve-status --signal INT 1 $RECORDER --part 1/2 -o long.mp4; "
+                   "echo $?; ls long.*");
+    EXPECT_EQ(result.output, "130\n") << result.errors;
+}
+
+TEST(Recorded, TriesOutAnEncoderFirst)
+{
+    const Studio studio(scenes("1 - 8"));
+    Result result =
+        studio.run("$RECORD --show . --fps 10 --encoder x265 -o a.mp4 && "
+                   "ffprobe -v error -show_entries stream=codec_name -of csv=p=0 a.mp4");
+    EXPECT_EQ(result.output, "hevc\naac\n") << result.errors;
+    result =
+        studio.run("mkdir bin && printf '#!/bin/sh\necho no card >&2\nexit 1\n' >bin/ffmpeg && "
+                   "chmod +x bin/ffmpeg && PATH=$PWD/bin:$PATH $RECORD --show . "
+                   "--encoder nvenc -o b.mp4; echo $?; ls b.*");
+    EXPECT_EQ(result.output, "1\n");
+    EXPECT_THAT(result.errors, StartsWith("kso: the encoder nvenc does not work here: no card\n"));
+}
+
 // The show's own music, with all that a player carries over.
 TEST(Recorded, HearsAStretchAloneAsAmongAllOthers)
 {
@@ -406,21 +462,25 @@ TEST(Recorded, KeepsWhatIsNotItsOwn)
         int status;
         const char* errors;
         const char* left;
+        const char* options = "";
     };
     constexpr const char* kStays = "kso: c.mp4 stays as it was; what was recorded now is in /";
     constexpr Row kRows[] = {
-        {"kill $recorder",          130, kStays, "c.mp4\nc.part.mp4\n"            },
-        {"kill -SEGV $(child kso)", 1,   kStays, "c.mp4\nc.part.mp4\n"            },
-        {"kill -KILL $recorder",    137, "",     "c.mp4\nc.part.mp4\nkso ffmpeg\n"},
+        {"kill $recorder",                      130, kStays,                 "c.mp4\nc.part.mp4\n"},
+        {"kill -SEGV $(child kso | tail -n 1)", 1,   kStays,                 "c.mp4\nc.part.mp4\n", "--jobs 2"},
+        {"kill -SEGV $(child kso)",                                     1,                kStays, "c.mp4\nc.part.mp4\n"},
+        {"kill -KILL $recorder",                                     137,                   "",  "c.mp4\nc.part.mp4\nkso ffmpeg\n"  },
     };
-    for (const auto& [kill, status, errors, left] : kRows) {
+    for (const auto& [kill, status, errors, left, options] : kRows) {
         result = studio.run(
             "child() { for each in $(cat /proc/$recorder/task/$recorder/children); do "
             "[ $(cat /proc/$each/comm) != $1 ] || echo $each; done; }\n"
-            "rm -f c.*; echo older >c.mp4; $RECORDER --to 60 -o c.mp4 & recorder=$!\n"
+            "rm -f c.*; echo older >c.mp4; $RECORDER --to 60 -o c.mp4 " +
+            std::string(options) +
+            " & recorder=$!\n"
             "until [ -s c.part.mp4 ]; do sleep 0.05; done\n"
-            "kso=$(child kso); ffmpeg=$(child ffmpeg)\n" +
-            std::string(kill) +
+            "kso=$(child kso | head -n 1); ffmpeg=$(child ffmpeg)\n" +
+            kill +
             "; wait $recorder; status=$?; grep -x older c.mp4 >/dev/null || "
             "echo c.mp4 is new; ls c.*; sleep 0.3; "
             "[ $status != 137 ] || [ \"$(cat /proc/$kso/cmdline /proc/$ffmpeg/cmdline | "

@@ -1,6 +1,5 @@
 #include "tools/record/encoder.h"
 
-#include "tools/record/film_format.h"
 #include "tools/record/output_file.h"
 #include "tools/record/record_error.h"
 
@@ -18,6 +17,17 @@ constexpr std::size_t kMaxWaitingPictures = 2;
 constexpr std::size_t kMaxWaitingSoundBytes = std::size_t{64} << 20U;
 constexpr std::size_t kMaxWaitingBytesOfSoundAlone = std::size_t{1} << 20U;
 constexpr std::size_t kMaxMessageBytes = 4096; // a little more may be kept
+
+constexpr const char* kFewWords = "SVT_LOG=1"; // an encoder that does not know ffmpeg's -loglevel
+
+PartMark markOf(const RecordOptions& options)
+{
+    PartMark mark{*options.part, *options.frames, options.rate, options.size, {}};
+    for (const std::string& argument : options.programArguments) {
+        mark.arguments += ' ' + argument;
+    }
+    return mark;
+}
 
 std::string sizeText(PictureSize size)
 {
@@ -50,19 +60,47 @@ Command ffmpegCommand(const RecordOptions& options, const FilmFormat& format,
         add({"-f", "s16le", "-ar", "44100", "-ac", "2", "-thread_queue_size", "4", "-i",
              "pipe:" + std::to_string(kSoundNumber)});
     }
-    add(format.arguments);
+    add(format.pictureOptions);
+    add(format.options);
+    if (options.part) {
+        add({"-metadata", std::string(kPartTag) + '=' + markOf(options).text()});
+    }
     add({fileName(file)});
-    return {words};
+    return {words, {kFewWords}};
+}
+
+// Not every machine has each encoder, and a film can be long.
+void tryOut(const RecordOptions& options, const FilmFormat& format)
+{
+    std::vector<std::string> words = {
+        "ffmpeg",    "-nostdin", "-hide_banner",
+        "-loglevel", "error",    "-f",
+        "lavfi",     "-i",       "color=size=" + sizeText(options.size)};
+    words.insert(words.end(), format.pictureOptions.begin(), format.pictureOptions.end());
+    words.insert(words.end(), {"-frames:v", "2", "-f", "null", "-"});
+    const Outcome outcome = outcomeOf({words, {kFewWords}});
+    if (outcome.status != 0) {
+        throw RecordError("the encoder " + options.quality.encoder + " does not work here: " +
+                          outcome.text.substr(0, outcome.text.find('\n')));
+    }
 }
 
 } // namespace
+
+FilmFormat formatOf(const RecordOptions& options)
+{
+    return options.part ? losslessFormat() : filmFormat(options.film, options.quality);
+}
 
 Encoder::Encoder(const RecordOptions& options)
     : film_(options.film), pictureBytes_(static_cast<std::size_t>(options.size.width) *
                                          static_cast<std::size_t>(options.size.height) * 3)
 {
-    const FilmFormat format = filmFormat(options.film, options.crf);
+    const FilmFormat format = formatOf(options);
     requireFile(film_);
+    if (!options.quality.encoder.empty()) {
+        tryOut(options, format);
+    }
     if (!format.isManyFiles) {
         part_.emplace(film_);
     }

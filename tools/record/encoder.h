@@ -6,6 +6,7 @@
 // films in pieces are written in place.
 #pragma once
 
+#include "tools/record/film_format.h"
 #include "tools/record/frames.h"
 #include "tools/record/part_file.h"
 #include "tools/record/pipe_queue.h"
@@ -19,6 +20,9 @@
 #include <poll.h>
 #include <string>
 #include <vector>
+
+// The format of the film, or of the part of it that is recorded. Throws UsageError.
+FilmFormat formatOf(const RecordOptions& options);
 
 class Encoder {
 public:

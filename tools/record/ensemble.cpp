@@ -1,5 +1,7 @@
 #include "tools/record/ensemble.h"
 
+#include "tools/record/part_reader.h"
+
 #include <algorithm>
 #include <cstring>
 #include <thread>
@@ -28,6 +30,15 @@ Ensemble::Ensemble(const RecordOptions& options, const Wanted& wanted,
       drawing_(needsAll_ ? static_cast<std::size_t>(options.jobs) : 1),
       frames_(options.rate, wanted.from, wanted.sound, std::move(take))
 {
+    if (!options.parts.empty()) {
+        drawing_ = 1;
+        players_.push_back({std::make_unique<PartReader>(options.parts, PacketKind::picture)});
+        if (wanted.sound) {
+            players_.push_back(
+                {std::make_unique<PartReader>(options.parts, PacketKind::sound), false});
+        }
+        return;
+    }
     if (drawing_ == 1) {
         players_.push_back({std::make_unique<Show>(options, wanted)});
         return;
@@ -87,6 +98,10 @@ void Ensemble::serve()
     if (Player& last = turn(); !isOver_ && last.waiting.empty() && !last.source->isOpen()) {
         endWith(last);
     }
+    if (Player& heard = players_.back(); !isOver_ && !heard.draws && !heard.source->isOpen() &&
+                                         frames_.needsSound() && !turn().waiting.empty()) {
+        endWith(heard);
+    }
 }
 
 void Ensemble::take(Player& player, const PacketHeader& header, std::vector<std::uint8_t> bytes)
@@ -135,8 +150,8 @@ bool Ensemble::complete(Packet& packet)
     return true;
 }
 
-// This show has ended in its turn. If it was the music's end, so do all others; if not, they would
-// go on.
+// This show has ended in its turn, or has no more sound where more is needed. If it was the music's
+// end, so do all others; if not, they would go on.
 void Ensemble::endWith(Player& last)
 {
     isOver_ = true;

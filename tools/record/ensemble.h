@@ -1,5 +1,6 @@
 // The shows of a recording. Usually there is one; several draw by turns, a frame each, and one more
-// is heard. Each plays the whole show by itself, and skips what is not its own.
+// is heard. Each plays the whole show by itself, and skips what is not its own. Parts that are
+// joined take the place of a show that draws and of one that is heard.
 #pragma once
 
 #include "tools/record/frames.h"

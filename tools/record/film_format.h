@@ -9,10 +9,19 @@
 struct FilmFormat {
     bool pictures = true;
     bool sound = true;
-    bool isManyFiles = false;           // numbered pictures, or a film in pieces
-    std::vector<std::string> arguments; // ffmpeg's options for the file
+    bool isManyFiles = false;                     // numbered pictures, or a film in pieces
+    std::vector<std::string> pictureOptions = {}; // ffmpeg's, for the pictures
+    std::vector<std::string> options = {};        // ffmpeg's, for the sound and the file
 };
 
-// Throws UsageError if `crf` is given and the format has no such option, or if the name is that of
-// a single picture.
-FilmFormat filmFormat(const std::filesystem::path& film, std::optional<int> crf);
+struct FilmQuality {
+    std::optional<int> crf = {};
+    std::string encoder = {}; // of the pictures, like "x264"; empty: the format's usual one
+};
+
+// Throws UsageError if the format has not the quality or the encoder that is asked for, or if the
+// name is that of a single picture.
+FilmFormat filmFormat(const std::filesystem::path& film, const FilmQuality& quality);
+
+// Pictures and sound to the bit, for a Matroska file that is only read again.
+FilmFormat losslessFormat();

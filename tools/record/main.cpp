@@ -3,6 +3,7 @@
 #include "tools/record/record_error.h"
 #include "tools/record/record_options.h"
 #include "tools/record/recording.h"
+#include "tools/record/sharing.h"
 
 #include <csignal>
 #include <cstdio>
@@ -39,12 +40,12 @@ FileDescriptor takeSignals()
 int main(int argc, char** argv)
 {
     try {
-        const RecordOptions options =
-            readRecordOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        RecordOptions options = readRecordOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
         if (options.help) {
             std::fputs(kRecordHelp, stdout);
             return EXIT_SUCCESS;
         }
+        settleSharing(options);
         const FileDescriptor signals = takeSignals();
         return Recording(options).run(signals) ? EXIT_SUCCESS : kStatusOfInterrupt;
     } catch (const UsageError& error) {

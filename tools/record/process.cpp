@@ -147,3 +147,20 @@ int Process::wait()
     id_ = 0;
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
+
+Outcome outcomeOf(Command command)
+{
+    Pipe written = makePipe();
+    command.descriptors.emplace_back(written.writeEnd.number(), STDOUT_FILENO);
+    command.descriptors.emplace_back(written.writeEnd.number(), STDERR_FILENO);
+    Process process(command);
+    written.writeEnd.close();
+    Outcome outcome;
+    std::array<char, 1024> text{};
+    for (ssize_t count = 0;
+         (count = ::read(written.readEnd.number(), text.data(), text.size())) > 0;) {
+        outcome.text.append(text.data(), static_cast<std::size_t>(count));
+    }
+    outcome.status = process.wait();
+    return outcome;
+}

@@ -78,3 +78,12 @@ public:
 private:
     pid_t id_ = 0; // 0: none
 };
+
+struct Outcome {
+    int status = 0;   // as of Process::wait
+    std::string text; // all that was written to standard output and error
+};
+
+// Runs a command to its end, which it should come to soon. Throws RecordError if it cannot be
+// started.
+Outcome outcomeOf(Command command);

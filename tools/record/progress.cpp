@@ -7,7 +7,6 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kOnTerminal{200};
 constexpr std::chrono::seconds kElsewhere{10};
 
@@ -20,27 +19,56 @@ std::string decimalText(double number, int decimals)
 
 } // namespace
 
-Progress::Progress(FrameRate rate, std::optional<std::uint64_t> end)
-    : rate_(rate), end_(end), isTerminal_(::isatty(STDERR_FILENO) == 1), start_(Clock::now()),
-      due_(start_ + (isTerminal_ ? kOnTerminal : kElsewhere))
+Progress::Progress(FrameRate rate, std::uint64_t first, std::optional<std::uint64_t> end)
+    : rate_(rate), first_(first), end_(end), isTerminal_(::isatty(STDERR_FILENO) == 1),
+      start_(Clock::now()), due_(start_ + (isTerminal_ ? kOnTerminal : kElsewhere))
 {
 }
 
-void Progress::show(std::uint64_t frames)
+void Progress::enter(const char* stage)
 {
-    if (Clock::now() < due_) {
+    isSkipping_ = true;
+    begin_ = 0;
+    if (isTerminal_) {
+        print(stage);
+    }
+}
+
+void Progress::show(const char* stage, std::uint64_t frames)
+{
+    const bool skips = frames < first_;
+    if (begin_ == 0 || isSkipping_ != skips) {
+        isSkipping_ = skips;
+        begin_ = frames;
+        beginTime_ = Clock::now();
+    }
+    if (frames == begin_ || Clock::now() < due_) {
         return;
     }
     due_ = Clock::now() + (isTerminal_ ? kOnTerminal : kElsewhere);
+    print(textOf(stage, frames));
+}
+
+std::string Progress::textOf(const char* stage, std::uint64_t frames) const
+{
     const auto secondsOf = [&](std::uint64_t count) {
         return static_cast<double>(count * rate_.seconds) / static_cast<double>(rate_.frames);
     };
-    const double speed = secondsOf(frames) / elapsedSeconds();
-    std::string line = "frame " + std::to_string(frames) + ", " + clockText(secondsOf(frames), 1);
+    const double elapsed = std::chrono::duration<double>(Clock::now() - beginTime_).count();
+    const double speed = secondsOf(frames - begin_) / elapsed;
+    const std::optional<std::uint64_t> end = isSkipping_ ? first_ : end_;
+    std::string line = isSkipping_ ? "skipping to " + clockText(secondsOf(first_), 1) : stage;
+    line += ": frame " + std::to_string(frames) + ", " + clockText(secondsOf(frames), 1);
     line += ", " + decimalText(speed, 1) + " times real time";
-    if (end_ && frames < *end_ && speed > 0.0) {
-        line += ", " + clockText(secondsOf(*end_ - frames) / speed, 0) + " left";
+    if (end && frames < *end && speed > 0.0) {
+        line += ", " + clockText(secondsOf(*end - frames) / speed, 0) + " left";
+        line += isSkipping_ ? " until then" : "";
     }
+    return line;
+}
+
+void Progress::print(const std::string& line)
+{
     std::fprintf(stderr, isTerminal_ ? "\r\033[K%s" : "%s\n", line.c_str());
     isShown_ = isTerminal_;
 }

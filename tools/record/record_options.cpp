@@ -26,7 +26,11 @@ const char* const kRecordHelp =
   --from SECONDS    begin with the first frame at this moment of the show or after it
   --to SECONDS      end before the first frame at this moment or after it
   --crf N           quality of .mp4, .mov, .mkv and .webm: 0 is the best, 51 the smallest (18)
+  --encoder NAME    what makes the pictures of such a film smaller, if this machine has it: x264 (the
+                    usual one), x265, av1, vp9 (the usual one of .webm), vaapi, nvenc
   --jobs N          draw with N processes side by side (1); the recording is the same, to the bit
+  --part K/N        record only the K-th of N parts, as kso.K-of-N.mkv for kso.mp4
+  --join            join the parts that stand beside the film into it; they stay
   --stills FOLDER   with --at: single frames as FOLDER/TIME.png; without -o, no film is made
   --at TIME,...     the moments of the stills, in seconds
   --hashes FILE     a line for each frame: its number, a hash of its picture, a hash of its sound;
@@ -54,6 +58,7 @@ constexpr int kMaxHeight = 2160;
 constexpr int kMinLength = 16;
 constexpr int kMaxCrf = 51;
 constexpr int kMaxJobs = 64;
+constexpr int kMaxParts = 999;
 constexpr std::size_t kMaxDecimals = 6;
 
 [[noreturn]] void complain(Text option, Text value, Text wanted)
@@ -168,6 +173,17 @@ int readCrf(Text option, Text value)
     return *crf;
 }
 
+PartNumber readPart(Text option, Text value)
+{
+    const std::size_t slash = std::min(value.find('/'), value.size());
+    const auto number = toNumber<int>(value.substr(0, slash));
+    const auto count = toNumber<int>(value.substr(std::min(slash + 1, value.size())));
+    if (!number || !count || *number < 1 || *number > *count || *count > kMaxParts) {
+        complain(option, value, "a part like 2/3, of at most 999");
+    }
+    return {*number, *count};
+}
+
 int readJobs(Text option, Text value)
 {
     const std::optional<int> jobs = toNumber<int>(value);
@@ -183,18 +199,21 @@ struct Option {
 };
 
 constexpr std::array kOptions = {
-    Option{"-o",       [](auto& all, Text,      Text value) { all.film = value; }                    },
-    Option{"--fps",    [](auto& all, Text name, Text value) { all.rate = readRate(name, value); }    },
-    Option{"--size",   [](auto& all, Text name, Text value) { all.size = readSize(name, value); }    },
-    Option{"--from",   [](auto& all, Text name, Text value) { all.from = readTime(name, value); }    },
-    Option{"--to",     [](auto& all, Text name, Text value) { all.to = readTime(name, value); }      },
-    Option{"--crf",    [](auto& all, Text name, Text value) { all.crf = readCrf(name, value); }      },
-    Option{"--jobs",   [](auto& all, Text name, Text value) { all.jobs = readJobs(name, value); }    },
-    Option{"--stills", [](auto& all, Text,      Text value) { all.stillsFolder = value; }            },
-    Option{"--at",     [](auto& all, Text name, Text value) { all.stills = readStills(name, value); }},
-    Option{"--hashes", [](auto& all, Text,      Text value) { all.hashes = value; }                  },
-    Option{"--pixels", [](auto& all, Text,      Text value) { all.pixels = value; }                  },
-    Option{"--show",   [](auto& all, Text,      Text value) { all.show = value; }                    },
+    Option{"-o",        [](auto& all, Text,      Text value) { all.film = value; }                      },
+    Option{"--fps",     [](auto& all, Text name, Text value) { all.rate = readRate(name, value); }      },
+    Option{"--size",    [](auto& all, Text name, Text value) { all.size = readSize(name, value); }      },
+    Option{"--from",    [](auto& all, Text name, Text value) { all.from = readTime(name, value); }      },
+    Option{"--to",      [](auto& all, Text name, Text value) { all.to = readTime(name, value); }        },
+    Option{"--crf",
+           [](auto& all,              Text name, Text value) { all.quality.crf = readCrf(name, value); }},
+    Option{"--encoder", [](auto& all, Text,      Text value) { all.quality.encoder = value; }           },
+    Option{"--part",    [](auto& all, Text name, Text value) { all.part = readPart(name, value); }      },
+    Option{"--jobs",    [](auto& all, Text name, Text value) { all.jobs = readJobs(name, value); }      },
+    Option{"--stills",  [](auto& all, Text,      Text value) { all.stillsFolder = value; }              },
+    Option{"--at",      [](auto& all, Text name, Text value) { all.stills = readStills(name, value); }  },
+    Option{"--hashes",  [](auto& all, Text,      Text value) { all.hashes = value; }                    },
+    Option{"--pixels",  [](auto& all, Text,      Text value) { all.pixels = value; }                    },
+    Option{"--show",    [](auto& all, Text,      Text value) { all.show = value; }                      },
 };
 
 bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other)
@@ -207,6 +226,27 @@ bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& o
         return std::filesystem::weakly_canonical(std::filesystem::absolute(file, ignored), ignored);
     };
     return whole(one) == whole(other) || std::filesystem::equivalent(one, other, ignored);
+}
+
+// Each part takes what is asked of the whole, and the rest is made when they are joined.
+void checkSharing(const RecordOptions& options, const std::vector<Text>& given)
+{
+    const auto refuse = [&](Text option, std::initializer_list<Text> others, Text why) {
+        for (const Text other : others) {
+            if (std::ranges::find(given, other) != given.end()) {
+                throw UsageError(std::string(other) + " is not for " + std::string(option) +
+                                 std::string(why));
+            }
+        }
+    };
+    if (options.part) {
+        refuse("--part", {"--join", "--crf", "--encoder", "--stills", "--hashes", "--pixels"},
+               ": it is for the recording that joins the parts");
+    }
+    if (options.joinsParts) {
+        refuse("--join", {"--fps", "--size", "--from", "--to", "--jobs", "--show", "--"},
+               ": the parts have it already");
+    }
 }
 
 // Of two outputs with one name, one would be lost.
@@ -233,11 +273,13 @@ void check(RecordOptions& options)
     if (options.stillsFolder.empty() != options.stills.empty()) {
         throw UsageError("--stills and --at need each other");
     }
-    if (options.onlyStills() && options.stills.empty()) {
+    if (options.film.empty() &&
+        (options.joinsParts || (options.onlyStills() && options.stills.empty()))) {
         options.film = "kso.mp4";
     }
-    if (options.crf && options.film.empty()) {
-        throw UsageError("--crf is for a film; name one with -o");
+    if (options.film.empty() && (options.quality.crf || !options.quality.encoder.empty())) {
+        throw UsageError(std::string(options.quality.crf ? "--crf" : "--encoder") +
+                         " is for a film; name one with -o");
     }
     checkNames(options);
     const std::uint64_t first = options.firstFrame();
@@ -247,7 +289,7 @@ void check(RecordOptions& options)
     }
     for (const StillTime& still : options.stills) {
         const std::uint64_t frame = options.frameOf(still);
-        if (frame < first || (end && frame >= *end)) {
+        if (!options.joinsParts && (frame < first || (end && frame >= *end))) {
             throw UsageError("the still at " + still.time + " is not between --from and --to");
         }
     }
@@ -264,6 +306,9 @@ void check(RecordOptions& options)
 
 std::optional<std::uint64_t> RecordOptions::endFrame() const
 {
+    if (frames) {
+        return frames->end;
+    }
     if (to) {
         return rate.firstFrameFrom(*to);
     }
@@ -277,9 +322,15 @@ RecordOptions readRecordOptions(std::span<const char* const> arguments)
 {
     RecordOptions options;
     options.show = findPlaces().folder;
+    std::vector<Text> given;
     while (!arguments.empty()) {
         const Text name = arguments.front();
         arguments = arguments.subspan(1);
+        given.push_back(name);
+        if (name == "--join") {
+            options.joinsParts = true;
+            continue;
+        }
         if (name == "--") {
             options.programArguments.assign(arguments.begin(), arguments.end());
             break;
@@ -298,6 +349,7 @@ RecordOptions readRecordOptions(std::span<const char* const> arguments)
         option->read(options, name, arguments.front());
         arguments = arguments.subspan(1);
     }
+    checkSharing(options, given);
     check(options);
     return options;
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "stage/picture_size.h"
+#include "tools/record/film_format.h"
+#include "tools/record/film_part.h"
 #include "virtual/timing.h"
 
 #include <cstdint>
@@ -26,8 +28,12 @@ struct RecordOptions {
     PictureSize size;
     std::uint64_t from = 0;
     std::optional<std::uint64_t> to; // none: the show's end
-    std::optional<int> crf;
-    int jobs = 1; // shows that draw side by side
+    FilmQuality quality;
+    int jobs = 1;                     // shows that draw side by side
+    std::optional<PartNumber> part;   // to record that part alone
+    bool joinsParts = false;          // to join what was recorded so
+    std::optional<FrameRange> frames; // instead of `from` and `to`; follows from `part` or `parts`
+    std::vector<FilmPart> parts;      // to join; the show does not play then
     std::filesystem::path stillsFolder;
     std::vector<StillTime> stills;
     std::filesystem::path hashes; // empty: none
@@ -40,7 +46,10 @@ struct RecordOptions {
     {
         return film.empty() && hashes.empty() && pixels.empty();
     }
-    [[nodiscard]] std::uint64_t firstFrame() const { return rate.firstFrameFrom(from); }
+    [[nodiscard]] std::uint64_t firstFrame() const
+    {
+        return frames ? frames->first : rate.firstFrameFrom(from);
+    }
     // The frame before which the recording ends; none: the show's end.
     [[nodiscard]] std::optional<std::uint64_t> endFrame() const;
     [[nodiscard]] std::uint64_t frameOf(const StillTime& still) const

@@ -1,6 +1,5 @@
 #include "tools/record/recording.h"
 
-#include "tools/record/film_format.h"
 #include "tools/record/png_file.h"
 #include "tools/record/record_error.h"
 #include "tools/record/show_length.h"
@@ -36,7 +35,7 @@ Streams streamsOf(const RecordOptions& options)
 {
     Streams streams{!options.hashes.empty() || !options.pixels.empty(), !options.hashes.empty()};
     if (!options.film.empty()) {
-        const FilmFormat format = filmFormat(options.film, options.crf);
+        const FilmFormat format = formatOf(options);
         streams.pictures = streams.pictures || format.pictures;
         streams.sound = streams.sound || format.sound;
     }
@@ -61,21 +60,12 @@ std::set<std::uint64_t> framesOf(const std::multimap<std::uint64_t, std::string>
     return frames;
 }
 
-std::optional<std::uint64_t> expectedEnd(const RecordOptions& options)
-{
-    if (options.endFrame()) {
-        return options.endFrame();
-    }
-    const std::optional<std::uint64_t> samples = expectedSamples(options);
-    return samples ? std::optional(options.rate.firstFrameHearing(*samples)) : std::nullopt;
-}
-
 } // namespace
 
 Recording::Recording(const RecordOptions& options)
     : options_(options), needsSound_(streamsOf(options).sound),
       needsAllPictures_(streamsOf(options).pictures), stills_(stillsByFrame(options)),
-      next_(options.firstFrame()), progress_(options.rate, expectedEnd(options))
+      next_(options.firstFrame()), progress_(options.rate, next_, expectedEnd(options))
 {
     std::error_code error;
     if (!options.stills.empty() &&
@@ -180,6 +170,9 @@ bool Recording::startsAgain()
 
 void Recording::startShows()
 {
+    progress_.enter(options_.joinsParts ? "opening the parts"
+                    : runs_ == 0        ? "starting the show"
+                                        : "starting the show again, for frames that others need");
     shows_.emplace(options_, wanted(), [this](Frame frame) { takeFrame(std::move(frame)); });
 }
 
@@ -242,9 +235,10 @@ void Recording::readShows()
     const bool wasKnown = runs_ > 0 || !shows_->renderer().empty();
     shows_->serve();
     if (!wasKnown && !shows_->renderer().empty()) {
+        progress_.clear();
         std::fprintf(stderr, "kso: %s draws\n", shows_->renderer().c_str());
     }
-    progress_.show(shows_->seen());
+    progress_.show(options_.joinsParts ? "joining" : "recording", shows_->seen());
 }
 
 void Recording::takeFrame(Frame frame)
@@ -286,6 +280,7 @@ void Recording::finish(const FileDescriptor& signals)
         encoder_.reset();
     }
     if (encoder_) {
+        progress_.enter("closing the film");
         encoder_->finish();
         while (!encoder_->isDone()) {
             serve(signals);
@@ -296,6 +291,12 @@ void Recording::finish(const FileDescriptor& signals)
 
 void Recording::completeFilm()
 {
+    if (options_.part && !isWhole_) {
+        encoder_.reset(); // what is joined has to be whole
+        progress_.clear();
+        std::fprintf(stderr, "kso: this part is not whole, and nothing is left of it\n");
+        return;
+    }
     filmPlace_ = encoder_->complete(isWhole_);
     progress_.clear();
     if (!encoder_->remark().empty()) {
@@ -318,10 +319,11 @@ void Recording::report()
     }
     const double seconds = static_cast<double>(taken_ * options_.rate.seconds) /
                            static_cast<double>(options_.rate.frames);
-    const std::string to = options_.film.empty() ? "" : " to " + filmPlace_.string();
-    std::fprintf(stderr, "kso: %llu frame%s, %s, recorded%s in %s\n",
+    const std::string to = filmPlace_.empty() ? "" : " to " + filmPlace_.string();
+    const char* const done = options_.joinsParts ? "joined" : "recorded";
+    std::fprintf(stderr, "kso: %llu frame%s, %s, %s%s in %s\n",
                  static_cast<unsigned long long>(taken_), taken_ == 1 ? "" : "s",
-                 clockText(seconds, 2).c_str(), to.c_str(), took.c_str());
+                 clockText(seconds, 2).c_str(), done, to.c_str(), took.c_str());
 }
 
 void Recording::checkOutputs() const

@@ -55,3 +55,12 @@ std::optional<std::uint64_t> expectedSamples(const RecordOptions& recordOptions)
         return std::nullopt; // the show itself says what is wrong with its module
     }
 }
+
+std::optional<std::uint64_t> expectedEnd(const RecordOptions& recordOptions)
+{
+    if (recordOptions.endFrame()) {
+        return recordOptions.endFrame();
+    }
+    const std::optional<std::uint64_t> samples = expectedSamples(recordOptions);
+    return samples ? std::optional(recordOptions.rate.firstFrameHearing(*samples)) : std::nullopt;
+}
