@@ -56,7 +56,7 @@ struct Kind {
     bool sound = false;
     bool isManyFiles = false;
     bool isOnePicture = false;
-    std::string_view encoders = ""; // each followed by a blank; the first one is the usual one
+    std::string_view encoders = {}; // each followed by a blank; the first one is the usual one
     const char* pictureOptions = "";
     const char* soundOptions = "";
     const char* fileOptions = "";
