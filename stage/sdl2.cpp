@@ -50,13 +50,13 @@ bool findAll(void* library, Sdl2& sdl)
            find(library, "SDL_GL_SwapWindow", sdl.glSwapWindow);
 }
 
-bool isSet(const char* name)
+} // namespace
+
+bool isSet(const char* variable)
 {
-    const char* const value = std::getenv(name);
+    const char* const value = std::getenv(variable);
     return value != nullptr && *value != '\0';
 }
-
-} // namespace
 
 const Sdl2* loadSdl2()
 {

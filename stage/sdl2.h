@@ -44,6 +44,9 @@ struct Sdl2 {
 // Null where SDL 2 is not installed. The library stays loaded.
 const Sdl2* loadSdl2();
 
+// Whether an environment variable has a value.
+bool isSet(const char* variable);
+
 // Opens SDL's video on a display that somebody sees. Returns why it cannot, or nothing; only then
 // does SDL_INIT_VIDEO have to be closed again.
 std::string openVideo(const Sdl2& sdl);

@@ -101,6 +101,11 @@ void Stage::leaveToSdl(const std::string& reason)
 int Stage::init(Uint32 flags)
 {
     const std::string problem = window_.connect();
+    if (!problem.empty() && window_.isDisplayMissing()) {
+        // An older SDL would play in the terminal, or nowhere.
+        std::fprintf(stderr, "kso: %s\n", problem.c_str());
+        return -1;
+    }
     if (!problem.empty()) {
         leaveToSdl(problem);
         return original<decltype(&SDL_Init)>("SDL_Init")(flags);

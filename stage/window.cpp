@@ -38,6 +38,11 @@ bool Window::isOpen() const
     return handles_->context != nullptr;
 }
 
+bool Window::isDisplayMissing() const
+{
+    return handles_->sdl != nullptr && !handles_->hasVideo && !isSet("SDL_VIDEODRIVER");
+}
+
 std::string Window::connect()
 {
     handles_->sdl = loadSdl2();

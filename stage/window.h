@@ -33,6 +33,9 @@ public:
     // which the display is let go, or nothing.
     std::string open(const WindowWishes& wishes);
     [[nodiscard]] bool isOpen() const;
+    // connect() has found SDL 2 but no display, and nobody has asked for a driver that is not SDL
+    // 2's.
+    [[nodiscard]] bool isDisplayMissing() const;
 
     // Takes the window away and lets the display go.
     void close();
