@@ -64,6 +64,17 @@ TEST(Pace, IsTheDisplaysOnlyIfItsSwapsTakeThatLong)
     }
 }
 
+TEST(Pace, IsNotThatOfARendererWhoseSwapsTakeSoLongByChance)
+{
+    std::vector<Seconds> swaps;
+    for (int i = 0; i < 21; ++i) {
+        swaps.emplace_back((10.0 + 0.4 * i) / 1000.0); // in the middle 14 ms
+    }
+    const Pace pace = measuredPace(144.0, swaps);
+    EXPECT_FALSE(pace.displayWaits);
+    EXPECT_EQ(pace.frame, Seconds(2 / 144.0));
+}
+
 // The delay from a frame's moment until the next one asks does not matter, unless it is long.
 TEST(Pacer, KeepsItsMomentsWhateverFramesTake)
 {
