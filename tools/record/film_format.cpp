@@ -17,26 +17,29 @@ constexpr int kDefaultCrf = 18;
 constexpr const char* kColours = "-vf scale=out_color_matrix=bt709:out_range=tv,format=";
 constexpr const char* kColourNames = "-colorspace bt709 -color_primaries bt709 -color_trc bt709";
 
-// What makes pictures smaller. A quality of 18 is close to what was drawn with each of them.
+// What makes pictures smaller.
 struct PictureEncoder {
     std::string_view name;
     const char* format; // of the pixels, and what else is done to the pictures
     const char* options;
     const char* quality; // ffmpeg's option
+    int best = 0;        // value of it; a smaller one would mean something else
 };
 
+// clang-format off
 constexpr std::array kPictureEncoders = {
-  // Slower presets would not make smaller files.
-    PictureEncoder{"x264",  "yuv420p",       "-c:v libx264 -preset veryfast",                          "-crf"},
-    PictureEncoder{"x265",  "yuv420p",       "-c:v libx265 -preset fast -x265-params log-level=error",
-                   "-crf"                                                                                    },
-    PictureEncoder{"av1",   "yuv420p",       "-c:v libsvtav1 -preset 8",                               "-crf"},
-    PictureEncoder{"vp9",   "yuv420p",
-                   "-c:v libvpx-vp9 -b:v 0 -row-mt 1 -deadline realtime -cpu-used 4",                  "-crf"},
+    // Slower presets would not make smaller files.
+    PictureEncoder{"x264", "yuv420p", "-c:v libx264 -preset veryfast", "-crf"},
+    PictureEncoder{"x265", "yuv420p", "-c:v libx265 -preset fast -x265-params log-level=error",
+                   "-crf"},
+    PictureEncoder{"av1", "yuv420p", "-c:v libsvtav1 -preset 8", "-crf", 1},
+    PictureEncoder{"vp9", "yuv420p",
+                   "-c:v libvpx-vp9 -b:v 0 -row-mt 1 -deadline realtime -cpu-used 4", "-crf"},
     PictureEncoder{"vaapi", "nv12,hwupload",
-                   "-vaapi_device /dev/dri/renderD128 -c:v h264_vaapi -rc_mode CQP",                   "-qp" },
-    PictureEncoder{"nvenc", "yuv420p",       "-c:v h264_nvenc -preset p5 -rc vbr -b:v 0",              "-cq" },
+                   "-vaapi_device /dev/dri/renderD128 -c:v h264_vaapi -rc_mode CQP", "-qp"},
+    PictureEncoder{"nvenc", "yuv420p", "-c:v h264_nvenc -preset p5 -rc vbr -b:v 0", "-cq", 1},
 };
+// clang-format on
 
 constexpr const char* kAac = "-c:a aac -b:a 256k";
 constexpr const char* kOpus = "-c:a libopus -b:a 192k";
@@ -128,7 +131,7 @@ void appendEncoder(std::vector<std::string>& arguments, const Kind& kind,
     append(arguments, encoder.options);
     append(arguments, kColourNames);
     arguments.emplace_back(encoder.quality);
-    arguments.push_back(std::to_string(quality.crf.value_or(kDefaultCrf)));
+    arguments.push_back(std::to_string(std::max(encoder.best, quality.crf.value_or(kDefaultCrf))));
     if (name == "x265" && kind.fileOptions == kMp4) {
         append(arguments, "-tag:v hvc1"); // without it, some players see no pictures
     }
