@@ -258,7 +258,7 @@ TEST(Recorded, DrawsAFrameAloneAsAmongAllOthers)
     const Result result = studio.run("$RECORD --show . -o a.mkv" + options +
                                      "&& $RECORD --show . --jobs 2 -o b.mkv" + options +
                                      "&& for film in a b; do ffmpeg -v error -i $film.mkv "
-                                     "-f framemd5 $film; done && cmp a b");
+                                     "-f framemd5 - | sort >$film; done && cmp a b");
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
@@ -274,7 +274,8 @@ TEST(Recorded, JoinsPartsIntoTheSameFilm)
         "&& for part in 3 1 2; do $RECORD --part $part/3" + options +
         "|| exit; done && $RECORD --join --hashes joined --stills . --at 0.3 && cmp one joined "
         "&& ls 0.3.png && for film in one kso; do "
-        "ffmpeg -v error -i $film.mp4 -f framemd5 $film.sums; done; cmp one.sums kso.sums");
+        "ffmpeg -v error -i $film.mp4 -f framemd5 - | sort >$film.sums; done; cmp one.sums "
+        "kso.sums");
     ASSERT_EQ(result.output, "0.3.png\n") << result.errors;
 
     struct Row {
