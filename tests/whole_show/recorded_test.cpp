@@ -286,6 +286,9 @@ TEST(Recorded, JoinsPartsIntoTheSameFilm)
         {"rm kso.2-of-3.mkv",                "there is no kso.2-of-3.mkv\n"                         },
         {"rm kso.*-of-*",                    "there is no kso.1-of-2.mkv or the like to join\n"     },
         {"truncate -s -9K kso.1-of-3.mkv",   "kso.1-of-3.mkv is not whole; record this part again\n"},
+        {"truncate -s -9K kso.3-of-3.mkv",   "kso.3-of-3.mkv is not whole; record this part again\n"},
+        {"mark '1/3 0-9 0/0 160x68'",        "kso.1-of-3.mkv is not a part of a film\n"             },
+        {"mark '1/3 0-9 60/1 0x68'",         "kso.1-of-3.mkv is not a part of a film\n"             },
         {"truncate -s 100 kso.3-of-3.mkv",   "kso.3-of-3.mkv is not a part of a film: "             },
         {"cp one.mp4 kso.3-of-3.mkv",        "kso.3-of-3.mkv is not a part of a film\n"             },
         {"cp kso.1-of-3.mkv kso.2-of-3.mkv",
@@ -293,7 +296,9 @@ TEST(Recorded, JoinsPartsIntoTheSameFilm)
         {"cp kso.1-of-3.mkv kso.1-of-1.mkv", "there are both kso.1-of-1.mkv and kso.1-of-3.mkv; "   },
     };
     for (const auto& [before, errors] : kRows) {
-        result = studio.run("rm -rf torn && mkdir torn && cp *-of-* one.mp4 torn && cd torn && " +
+        result = studio.run("mark() { ffmpeg -v error -y -i ../kso.1-of-3.mkv -map 0 -c copy "
+                            "-metadata KSO_PART=\"$1\" kso.1-of-3.mkv; }\n"
+                            "rm -rf torn && mkdir torn && cp *-of-* one.mp4 torn && cd torn && " +
                             std::string(before) + " && $RECORD --join");
         EXPECT_EQ(result.status, 1) << before;
         EXPECT_THAT(result.errors, HasSubstr(errors)) << before;

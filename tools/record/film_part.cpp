@@ -4,6 +4,7 @@
 #include "tools/record/record_error.h"
 
 #include <charconv>
+#include <limits>
 #include <map>
 #include <sstream>
 #include <string_view>
@@ -14,6 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kExtension = ".mkv";
+constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
 // Takes a number, and the letter after it unless that is 0, from the front of `text`.
 template <typename Number>
@@ -31,6 +33,13 @@ bool take(std::string_view& text, Number& number, char letter)
         text.remove_prefix(1);
     }
     return true;
+}
+
+// Any file may say anything of itself.
+bool isPossible(const PartMark& mark)
+{
+    return mark.rate.frames > 0 && mark.rate.seconds > 0 && mark.size.width > 0 &&
+           mark.size.height > 0 && mark.frames.first < mark.frames.end.value_or(kNever);
 }
 
 // As PartMark::text() has written it.
@@ -54,7 +63,7 @@ std::optional<PartMark> readMark(std::string_view text)
         return std::nullopt;
     }
     mark.arguments = text;
-    return mark;
+    return isPossible(mark) ? std::optional(mark) : std::nullopt;
 }
 
 PartMark markOf(const fs::path& file)

@@ -104,18 +104,19 @@ bool PartReader::isWhole() const
     return !mark.frames.end || sample_ == mark.rate.samplesBefore(*mark.frames.end);
 }
 
-// A part has been read to its end: the next one follows, if there is one.
+// A part has been read to its end: the next one follows, if there is one. Where a file ends too
+// early, ffmpeg says so, but does not fail.
 void PartReader::close()
 {
+    pipe_.close();
+    const int status = ffmpeg_.wait();
     std::array<char, 1024> text{};
     const ssize_t count = ::read(messages_.number(), text.data(), text.size());
     const std::string message(text.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    const int status = ffmpeg_.wait();
-    pipe_.close();
     if (status != 0) {
         fault_ = "cannot read " + parts_[part_].file.string() + ": " +
                  message.substr(0, message.find('\n'));
-    } else if (!isWhole()) {
+    } else if (!message.empty() || !isWhole()) {
         fault_ = parts_[part_].file.string() + " is not whole; record this part again";
     } else if (++part_ < parts_.size()) {
         open();
