@@ -58,10 +58,11 @@ PartFile::~PartFile()
 
 std::filesystem::path PartFile::replace()
 {
-    if (std::rename(part_.c_str(), whole_.c_str()) != 0) {
-        fail(asked_);
+    const std::filesystem::path part = std::exchange(part_, {});
+    if (std::rename(part.c_str(), whole_.c_str()) != 0) {
+        throw RecordError("cannot write " + asked_.string() + ": " + std::strerror(errno) +
+                          "; what was recorded is in " + part.string());
     }
-    part_.clear();
     return asked_;
 }
 

@@ -16,7 +16,8 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const { return part_; }
 
-    // Gives it its name, in place of what has it now. Returns the name that was asked for.
+    // Gives it its name, in place of what has it now. Returns the name that was asked for. If that
+    // fails, the part stays.
     std::filesystem::path replace();
 
     // Gives it its name if nothing has it. Returns where it is.
