@@ -5,6 +5,7 @@
 #ifdef SDL_VIDEO_DRIVER_X11
 
 #include <X11/Xutil.h>
+#include <algorithm>
 #include <dlfcn.h>
 
 void keepProportions(const Sdl2& sdl, SDL_Window* window, PictureSize proportions)
@@ -30,8 +31,8 @@ void keepProportions(const Sdl2& sdl, SDL_Window* window, PictureSize proportion
         hints.flags |= PAspect | PMinSize;
         hints.min_aspect = {proportions.width, proportions.height};
         hints.max_aspect = hints.min_aspect;
-        hints.min_width = proportions.width / 2;
-        hints.min_height = proportions.height / 2;
+        hints.min_width = std::min(proportions.width, kWindowWidth) / 2;
+        hints.min_height = std::min(proportions.height, kWindowHeight) / 2;
         set(info.info.x11.display, info.info.x11.window, &hints);
     }
     ::dlclose(xlib);

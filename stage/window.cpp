@@ -83,9 +83,12 @@ std::string Window::openWindow()
         // Where there is no window manager, it stays as large as it is made.
         sdl.getDisplayBounds(display, &place);
     } else {
-        sdl.getDisplayUsableBounds(display, &desktop);
+        if (sdl.getDisplayUsableBounds(display, &desktop) != 0) {
+            sdl.getDisplayBounds(display, &desktop);
+        }
+        const PictureSize usable{desktop.w, desktop.h};
         const PictureSize start =
-            wishes_.picture.value_or(comfortableWindow({desktop.w, desktop.h}));
+            wishes_.picture ? windowFor(*wishes_.picture, usable) : comfortableWindow(usable);
         place.w = start.width;
         place.h = start.height;
     }

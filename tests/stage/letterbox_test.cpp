@@ -41,3 +41,22 @@ TEST(ComfortableWindow, IsALargeMultipleThatLeavesSomeOfTheDesktop)
         EXPECT_EQ(comfortableWindow(row.desktop), expected) << row.desktop.width;
     }
 }
+
+TEST(WindowFor, IsAsLargeAsThePictureUnlessThatDoesNotFit)
+{
+    struct Row {
+        PictureSize picture;
+        PictureSize expected;
+    };
+    constexpr PictureSize kDesktop = {1920, 1040};
+    constexpr Row kRows[] = {
+        {{1280, 544},  {1280, 544} },
+        {{1920, 1040}, {1920, 1040}},
+        {{3840, 1632}, {1728, 734} },
+        {{640, 1280},  {468, 936}  },
+        {{1, 16384},   {1, 936}    },
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(windowFor(row.picture, kDesktop), row.expected) << row.picture.width;
+    }
+}
