@@ -182,7 +182,12 @@ void Stage::choosePace(const std::vector<Seconds>& swaps)
     }
     pacer_ = Pacer(pace);
     isPaced_ = true;
-    tell("kso: %.4g Hz, a frame each %.2f ms, %s\n", refresh, pace.frame.count() * 1000.0,
+    if (refresh > 0.0) {
+        tell("kso: %.4g Hz, ", refresh);
+    } else {
+        tell("kso: the display does not tell its refreshes, ");
+    }
+    tell("a frame each %.2f ms, %s\n", pace.frame.count() * 1000.0,
          pace.displayWaits ? "which the display keeps" : "by the clock");
     if (settings_.isVerbose) {
         performance_.emplace(pace.frame);
