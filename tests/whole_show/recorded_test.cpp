@@ -472,12 +472,14 @@ TEST(Recorded, KeepsWhatIsNotItsOwn)
         const char* options = "";
     };
     constexpr const char* kStays = "kso: c.mp4 stays as it was; what was recorded now is in /";
+    // clang-format off
     constexpr Row kRows[] = {
-        {"kill $recorder",                      130, kStays,                 "c.mp4\nc.part.mp4\n"},
-        {"kill -SEGV $(child kso | tail -n 1)", 1,   kStays,                 "c.mp4\nc.part.mp4\n", "--jobs 2"},
-        {"kill -SEGV $(child kso)",                                     1,                kStays, "c.mp4\nc.part.mp4\n"},
-        {"kill -KILL $recorder",                                     137,                   "",  "c.mp4\nc.part.mp4\nkso ffmpeg\n"  },
+        {"kill $recorder", 130, kStays, "c.mp4\nc.part.mp4\n"},
+        {"kill -ABRT $(child kso)", 1, kStays, "c.mp4\nc.part.mp4\n"},
+        {"kill -ABRT $(child kso | tail -n 1)", 1, kStays, "c.mp4\nc.part.mp4\n", "--jobs 2"},
+        {"kill -KILL $recorder", 137, "", "c.mp4\nc.part.mp4\nkso ffmpeg\n"},
     };
+    // clang-format on
     for (const auto& [kill, status, errors, left, options] : kRows) {
         result = studio.run(
             "child() { for each in $(cat /proc/$recorder/task/$recorder/children); do "
